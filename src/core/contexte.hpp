@@ -1,0 +1,18 @@
+// What every operation receives: the person, the clock and the resource tree.
+#pragma once
+
+#include <filesystem>
+
+#include "core/dialogue.hpp"
+#include "core/horloge.hpp"
+
+namespace telvoris {
+
+struct Contexte {
+    Dialogue& dialogue;
+    const Horloge& horloge;
+    // The root of the resource tree (the folder MORVENTA/morv_res).
+    std::filesystem::path ressources;
+};
+
+}  // namespace telvoris

@@ -1,0 +1,130 @@
+#include "core/fichiers.hpp"
+
+#include <cstdio>
+#include <system_error>
+
+#include "core/erreurs.hpp"
+#include "core/texte.hpp"
+
+namespace telvoris {
+
+std::string TexteChemin(const fs::path& chemin) { return Utf8VersCp1252(chemin.generic_string()); }
+
+fs::path Chemin(const fs::path& base, std::string_view nom) {
+    std::string utf8 = Cp1252VersUtf8(nom);
+    for (char& c : utf8)
+        if (c == '\\') c = '/';
+    return base / fs::path(utf8);
+}
+
+std::string LireFichier(const fs::path& chemin) {
+    std::error_code ec;
+    if (!fs::is_regular_file(chemin, ec))
+        throw ErreurExecution(Joindre("Fichier introuvable : "_cp, TexteChemin(chemin)));
+    std::FILE* f = std::fopen(chemin.c_str(), "rb");
+    if (!f) throw ErreurExecution(Joindre("Lecture impossible du fichier : "_cp, TexteChemin(chemin)));
+    std::string contenu;
+    const auto taille = fs::file_size(chemin, ec);
+    if (!ec) contenu.resize(static_cast<std::size_t>(taille));
+    std::size_t lus = contenu.empty() ? 0 : std::fread(contenu.data(), 1, contenu.size(), f);
+    contenu.resize(lus);
+    // The size may have changed since it was asked: read what remains.
+    char morceau[65536];
+    std::size_t n;
+    while ((n = std::fread(morceau, 1, sizeof morceau, f)) > 0) contenu.append(morceau, n);
+    const bool erreur = std::ferror(f) != 0;
+    std::fclose(f);
+    if (erreur) throw ErreurExecution(Joindre("Lecture impossible du fichier : "_cp, TexteChemin(chemin)));
+    return contenu;
+}
+
+bool DossierExiste(const fs::path& chemin) {
+    std::error_code ec;
+    return fs::is_directory(chemin, ec);
+}
+
+bool FichierExiste(const fs::path& chemin) {
+    std::error_code ec;
+    return fs::is_regular_file(chemin, ec);
+}
+
+void CreerDossier(const fs::path& chemin) {
+    std::error_code ec;
+    if (fs::is_directory(chemin, ec)) return;
+    fs::create_directories(chemin, ec);
+    if (ec || !fs::is_directory(chemin))
+        throw ErreurExecution(Joindre("Impossible de créer le dossier : "_cp, TexteChemin(chemin)));
+}
+
+void CopierFichier(const fs::path& source, const fs::path& cible) {
+    if (!FichierExiste(source))
+        throw ErreurExecution(Joindre("Fichier introuvable : "_cp, TexteChemin(source)));
+    std::error_code ec;
+    fs::copy_file(source, cible, fs::copy_options::overwrite_existing, ec);
+    if (ec) throw ErreurExecution(Joindre("Copie impossible vers le fichier : "_cp, TexteChemin(cible)));
+}
+
+bool LecteurLignes::Suivante(std::string_view& ligne) {
+    if (pos_ >= texte_.size()) return false;
+    const std::size_t debut = pos_;
+    std::size_t i = debut;
+    const std::size_t n = texte_.size();
+    while (i < n && texte_[i] != '\r' && texte_[i] != '\n') ++i;
+    ligne = texte_.substr(debut, i - debut);
+    if (i < n && texte_[i] == '\r') {
+        ++i;
+        if (i < n && texte_[i] == '\n') ++i;
+    } else if (i < n) {
+        ++i;
+    }
+    pos_ = i;
+    ++numero_;
+    return true;
+}
+
+EcrivainFichier::EcrivainFichier(const fs::path& chemin) : chemin_(chemin) {
+    fichier_ = std::fopen(chemin.c_str(), "wb");
+    if (!fichier_)
+        throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
+    tampon_.reserve(kTailleTampon + 4096);
+}
+
+EcrivainFichier::~EcrivainFichier() {
+    if (!fichier_) return;
+    try {
+        Fermer();
+    } catch (...) {
+        // A destructor never throws; the failure was already that of the operation.
+    }
+}
+
+void EcrivainFichier::Vider() {
+    if (tampon_.empty()) return;
+    const std::size_t n = std::fwrite(tampon_.data(), 1, tampon_.size(), fichier_);
+    const bool complet = n == tampon_.size();
+    tampon_.clear();
+    if (!complet) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
+}
+
+void EcrivainFichier::Fermer() {
+    if (!fichier_) return;
+    std::FILE* f = fichier_;
+    try {
+        Vider();
+    } catch (...) {
+        fichier_ = nullptr;
+        std::fclose(f);
+        throw;
+    }
+    fichier_ = nullptr;
+    if (std::fclose(f) != 0)
+        throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
+}
+
+void EcrireFichier(const fs::path& chemin, std::string_view contenu) {
+    EcrivainFichier e(chemin);
+    e.Ecrire(contenu);
+    e.Fermer();
+}
+
+}  // namespace telvoris

@@ -1,0 +1,74 @@
+// Whole-file reads and writes, line splitting and paths built from CP1252 names.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace telvoris {
+
+namespace fs = std::filesystem;
+
+// The CP1252 text of a path, for messages.
+std::string TexteChemin(const fs::path& chemin);
+
+// `base` / `nom`, where `nom` is a CP1252 name (possibly with "/" or "\" inside): names on disk are UTF-8.
+fs::path Chemin(const fs::path& base, std::string_view nom);
+
+// Reads a whole file. A missing or unreadable file is an execution error naming it.
+std::string LireFichier(const fs::path& chemin);
+
+bool DossierExiste(const fs::path& chemin);
+bool FichierExiste(const fs::path& chemin);
+// Creates the folder (and its parents) when missing; failure is an execution error naming it.
+void CreerDossier(const fs::path& chemin);
+// Copies a file byte for byte, replacing the target.
+void CopierFichier(const fs::path& source, const fs::path& cible);
+
+// Cuts a text into lines: a line ends at CR LF, at CR, or at a lone LF. A last line without an
+// end is a line; a text that ends with a line end has no empty line after it.
+class LecteurLignes {
+public:
+    explicit LecteurLignes(std::string_view texte) : texte_(texte) {}
+    bool Suivante(std::string_view& ligne);
+    // Number of the line last returned, from 1.
+    long long Numero() const { return numero_; }
+
+private:
+    std::string_view texte_;
+    std::size_t pos_ = 0;
+    long long numero_ = 0;
+};
+
+// A text file created anew and written through a large buffer. Lines end in CR LF. What was
+// written stays on disk even when the operation stops on an error (the destructor flushes).
+class EcrivainFichier {
+public:
+    explicit EcrivainFichier(const fs::path& chemin);
+    ~EcrivainFichier();
+    EcrivainFichier(const EcrivainFichier&) = delete;
+    EcrivainFichier& operator=(const EcrivainFichier&) = delete;
+
+    void Ecrire(std::string_view texte) {
+        tampon_.append(texte);
+        if (tampon_.size() >= kTailleTampon) Vider();
+    }
+    void Ligne(std::string_view texte) {
+        tampon_.append(texte);
+        tampon_.append("\r\n");
+        if (tampon_.size() >= kTailleTampon) Vider();
+    }
+    void Fermer();
+
+private:
+    static constexpr std::size_t kTailleTampon = 1 << 20;
+    void Vider();
+    fs::path chemin_;
+    std::FILE* fichier_ = nullptr;
+    std::string tampon_;
+};
+
+// Writes a whole file in one go.
+void EcrireFichier(const fs::path& chemin, std::string_view contenu);
+
+}  // namespace telvoris

@@ -1,0 +1,59 @@
+#include "pipeline/listes.hpp"
+
+#include "core/erreurs.hpp"
+#include "core/fichiers.hpp"
+#include "core/texte.hpp"
+
+namespace telvoris {
+
+void ListePlate::Ajouter(std::string_view mot, std::string_view source) {
+    if (taille_ >= max_)
+        LimiteDepassee(nomLimite_, static_cast<long long>(max_), Joindre("lignes dans "_cp, source));
+    ++taille_;
+    mots_.emplace(mot);
+}
+
+ListeCasiers::ListeCasiers(std::string nomLimite, std::size_t maxParCasier, Cle cle)
+    : nomLimite_(std::move(nomLimite)), max_(maxParCasier), cle_(cle),
+      casiers_((MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1)),
+      comptes_((MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1), 0) {}
+
+std::size_t ListeCasiers::Indice(CleMot c) const {
+    const int longueur = cle_ == Cle::InitialeSeule ? 0 : c.ClasseLongueur;
+    return static_cast<std::size_t>(longueur * (MAX_CLASSE_INITIALE + 1) + c.ClasseInitiale);
+}
+
+void ListeCasiers::Ajouter(std::string_view mot, std::string_view source) {
+    AjouterDansCasier(ClasserItem(mot), mot, source);
+}
+
+void ListeCasiers::AjouterDansCasier(CleMot casier, std::string_view mot, std::string_view source) {
+    const std::size_t i = Indice(casier);
+    if (comptes_[i] >= max_)
+        LimiteDepassee(nomLimite_, static_cast<long long>(max_), Joindre("mots dans une case de "_cp, source));
+    ++comptes_[i];
+    casiers_[i].emplace(mot);
+}
+
+bool ListeCasiers::Contient(std::string_view mot) const {
+    const auto& casier = casiers_[Indice(ClasserItem(mot))];
+    return casier.find(mot) != casier.end();
+}
+
+std::size_t ListeCasiers::Taille() const {
+    std::size_t n = 0;
+    for (auto c : comptes_) n += c;
+    return n;
+}
+
+std::vector<std::string> LireListe(const std::filesystem::path& fichier) {
+    const std::string contenu = LireFichier(fichier);
+    std::vector<std::string> lignes;
+    LecteurLignes lecteur(contenu);
+    std::string_view ligne;
+    while (lecteur.Suivante(ligne))
+        if (!ligne.empty()) lignes.emplace_back(ligne);
+    return lignes;
+}
+
+}  // namespace telvoris

@@ -1,0 +1,605 @@
+#include "pipeline/segmenteur.hpp"
+
+#include <algorithm>
+
+#include "core/erreurs.hpp"
+#include "core/fichiers.hpp"
+#include "core/horloge.hpp"
+#include "core/texte.hpp"
+#include "pipeline/indexeur.hpp"
+
+namespace telvoris {
+
+bool EstLigneMetadonnees(std::string_view ligne) {
+    return ligne.size() >= 12 && ligne.starts_with("<QORX_ATTR ");
+}
+
+namespace {
+
+fs::path Utilitaire(const fs::path& racine, std::string_view nom) {
+    return Chemin(racine, Joindre("utilitaires/", nom));
+}
+
+template <class Liste>
+void Remplir(Liste& liste, const fs::path& fichier) {
+    const std::string source = TexteChemin(fichier);
+    for (const auto& mot : LireListe(fichier)) liste.Ajouter(mot, source);
+}
+
+// A list that no gluing rule consults: read and bounded all the same.
+void VerifierListe(const fs::path& fichier, std::string_view nomLimite, std::size_t max) {
+    ListePlate liste{std::string(nomLimite), max};
+    Remplir(liste, fichier);
+}
+
+}  // namespace
+
+ListesSegmentation ChargerListesSegmentation(const fs::path& racine) {
+    ListesSegmentation l;
+    Remplir(l.Elides, Utilitaire(racine, "elide.txt"));
+    Remplir(l.Postclitiques, Utilitaire(racine, "postclit.txt"));
+    Remplir(l.Prefixes, Utilitaire(racine, "PREFIXES.txt"));
+    Remplir(l.Abreviations, Utilitaire(racine, "ABREVIATIONS.txt"));
+    Remplir(l.DomainesExt, Utilitaire(racine, "domaines_extensions.txt"));
+    VerifierListe(Utilitaire(racine, "avant_apostrophe.txt"), "MAX_AVANT_APOSTROPHE", MAX_AVANT_APOSTROPHE);
+    VerifierListe(Utilitaire(racine, "autour_apostrophe.txt"), "MAX_AUTOUR_APOSTROPHE", MAX_AUTOUR_APOSTROPHE);
+    VerifierListe(Utilitaire(racine, "CORRESP_HTML.txt"), "MAX_CORRESP_HTML", MAX_CORRESP_HTML);
+    ChargerCourtsFrequents(racine);
+    // The general dictionary's forms: file <L><c>.txt fills bucket (L, c), L the length class,
+    // c the letter of the initial class.
+    for (int longueur = 1; longueur <= MAX_CLASSE_LONGUEUR; ++longueur) {
+        for (int initiale = 1; initiale <= MAX_CLASSE_INITIALE; ++initiale) {
+            const std::string nom = std::to_string(longueur) + static_cast<char>('a' + initiale - 1) + ".txt";
+            const fs::path fichier = Chemin(racine, Joindre("dico/olbrin/", nom));
+            const std::string contenu = LireFichier(fichier);
+            const std::string source = TexteChemin(fichier);
+            LecteurLignes lecteur(contenu);
+            std::string_view ligne;
+            while (lecteur.Suivante(ligne)) {
+                if (ligne.empty()) continue;
+                l.FormesDico.AjouterDansCasier({longueur, initiale}, ligne.substr(0, ligne.find(',')), source);
+            }
+        }
+    }
+    return l;
+}
+
+ListeCasiers ChargerCourtsFrequents(const fs::path& racine) {
+    ListeCasiers l{"MAX_COURTS_FREQUENTS_CASE", MAX_COURTS_FREQUENTS_CASE};
+    Remplir(l, Utilitaire(racine, "courts_frequents.txt"));
+    return l;
+}
+
+namespace {
+
+inline bool EstMajuscule(int c) { return (c >= 65 && c <= 90) || (c >= 192 && c <= 223); }
+inline bool EstMinuscule(int c) { return (c >= 97 && c <= 122) || c == 156 || c >= 224; }
+inline bool EstChiffreScanner(int c) {
+    return (c >= 48 && c <= 57) || c == 37 || c == 137 || c == 176 || c == 178 || c == 179 || c == 185 || c == 186;
+}
+inline bool EstLettreScanner(int c) {
+    return (c >= 65 && c <= 90) || (c >= 97 && c <= 122) || c == 140 || c == 156 || c == 164 || c > 191;
+}
+inline bool EstUnCar(const std::string& t, std::initializer_list<int> codes) {
+    if (t.size() != 1) return false;
+    const int c = Code(t[0]);
+    return std::find(codes.begin(), codes.end(), c) != codes.end();
+}
+
+const std::string kVide;
+
+// The rules of the gluing pass over one line's table.
+class Recolleur {
+public:
+    Recolleur(TableJetons& t, const ListesSegmentation& l) : t_(t), l_(l) {}
+    void Executer();
+
+private:
+    int& n() { return t_.NbJetons; }
+    // Reads past the last token see an empty token with an empty gap, of class MOT.
+    const std::string& T(int j) const { return j <= t_.NbJetons ? t_.texte[j] : kVide; }
+    const std::string& S(int j) const { return j <= t_.NbJetons ? t_.surface[j] : kVide; }
+    const std::string& B(int j) const { return j <= t_.NbJetons ? t_.blanc[j] : kVide; }
+    int C(int j) const { return j <= t_.NbJetons ? t_.classe[j] : MOT; }
+    bool MotOuNombre(int j) const { return C(j) == NOMBRE || C(j) == MOT; }
+
+    enum Colonnes { TEXTE = 1, BLANC = 2, CLASSE = 4, TOUTES = 7 };
+    // Removes the real tokens among slots p..p+k-1, shifting the given columns of the tail down.
+    void Retirer(int p, int k, int colonnes = TOUTES);
+    // Joins the text of slots p..p+k-1 into p, then removes the others.
+    void Fusionner(int p, int k, int colonnes = TOUTES);
+    // Opens slot p by shifting every column of the tail up.
+    void Inserer(int p);
+
+    void Ordinal(int& i);
+    void AdresseWeb(int& i);
+    void Tiret(int& i);
+    void Apostrophe(int& i);
+    void Point(int& i);
+
+    TableJetons& t_;
+    const ListesSegmentation& l_;
+};
+
+void Recolleur::Retirer(int p, int k, int colonnes) {
+    const int reels = std::max(0, std::min(k, n() - p + 1));
+    if (reels == 0) return;
+    for (int j = p; j + reels <= n(); ++j) {
+        if (colonnes & TEXTE) {
+            std::swap(t_.texte[j], t_.texte[j + reels]);
+            std::swap(t_.surface[j], t_.surface[j + reels]);
+        }
+        if (colonnes & BLANC) std::swap(t_.blanc[j], t_.blanc[j + reels]);
+        if (colonnes & CLASSE) t_.classe[j] = t_.classe[j + reels];
+    }
+    n() -= reels;
+}
+
+void Recolleur::Fusionner(int p, int k, int colonnes) {
+    for (int j = p + 1; j < p + k; ++j) {
+        t_.texte[p] += T(j);
+        t_.surface[p] += S(j);
+    }
+    Retirer(p + 1, k - 1, colonnes);
+}
+
+void Recolleur::Inserer(int p) {
+    if (n() + 1 > MAX_JETONS_LIGNE) LimiteDepassee("MAX_JETONS_LIGNE", MAX_JETONS_LIGNE, "jetons sur une ligne");
+    const auto taille = static_cast<std::size_t>(n() + 2);
+    if (t_.texte.size() < taille) {
+        t_.texte.resize(taille);
+        t_.surface.resize(taille);
+        t_.blanc.resize(taille);
+        t_.classe.resize(taille, MOT);
+    }
+    const bool auDela = p > n();
+    for (int j = n() + 1; j > p; --j) {
+        t_.texte[j] = t_.texte[j - 1];
+        t_.surface[j] = t_.surface[j - 1];
+        t_.blanc[j] = t_.blanc[j - 1];
+        t_.classe[j] = t_.classe[j - 1];
+    }
+    if (auDela) {
+        t_.blanc[p].clear();
+        t_.classe[p] = MOT;
+    }
+    ++n();
+}
+
+void Recolleur::Ordinal(int& i) {
+    if (i >= 2 && B(i).empty() && C(i - 1) == NOMBRE) {
+        Fusionner(i - 1, 2);
+        t_.classe[i - 1] = NOMBRE;
+        i -= 1;
+    }
+}
+
+void Recolleur::AdresseWeb(int& i) {
+    // Backward: glue what stands against it on the left, up to 20 tokens. When the address opens
+    // the line, the joined token lands in slot 0, which is not written out: the address is lost.
+    int k = 0;
+    while (k != i && k != 20 && B(i - k).empty()) {
+        ++k;
+        t_.texte[i] = t_.texte[i - k] + t_.texte[i];
+        t_.surface[i] = t_.surface[i - k] + t_.surface[i];
+    }
+    if (k > 0) {
+        // The joined token takes the place of its first piece, whose gap it keeps.
+        const int p = i - k;
+        std::swap(t_.texte[p], t_.texte[i]);
+        std::swap(t_.surface[p], t_.surface[i]);
+        t_.classe[p] = t_.classe[i];
+        Retirer(p + 1, k);
+        i = p;
+    }
+    // Forward: glue what follows without a gap, never the last token, at most 24 tokens.
+    int c = 1;
+    while (c != n() - i && c != 25 && B(i + c).empty()) {
+        t_.texte[i] += T(i + c);
+        t_.surface[i] += S(i + c);
+        t_.classe[i] = MOT;
+        ++c;
+    }
+    if (c > 1) Retirer(i + 1, c - 1);
+    // A final sign goes back out as a token of its own, in a slot opened behind; that slot keeps
+    // the gap and class that stood in it.
+    std::string& texte = t_.texte[i];
+    if (!texte.empty() && std::string_view(".:?!;,").find(texte.back()) != std::string_view::npos) {
+        const char signe = texte.back();
+        texte.pop_back();
+        if (!t_.surface[i].empty()) t_.surface[i].pop_back();
+        Inserer(i + 1);
+        t_.texte[i + 1].assign(1, signe);
+        t_.surface[i + 1].assign(1, signe);
+    }
+}
+
+void Recolleur::Tiret(int& i) {
+    if (T(i - 1) + T(i + 1) != "rendezvous") {
+        if (l_.Postclitiques.Contient(T(i + 1))) {
+            // The hyphen goes to the right-hand word: "-il".
+            Fusionner(i, 2);
+            return;
+        }
+        const std::string& suivant = T(i + 1);
+        if ((suivant == "t" || suivant == "l" || suivant == "m") && T(i + 2) == "'" && T(i + 3) == "en") {
+            // "va-t'en": "-t" and "'en".
+            Fusionner(i, 2);
+            Fusionner(i + 1, 2);
+            return;
+        }
+    }
+    if (!MotOuNombre(i - 1) || !MotOuNombre(i + 1)) return;
+    const std::string joint = T(i - 1) + T(i) + T(i + 1);
+    if (l_.Prefixes.Contient(T(i - 1)) && !l_.FormesDico.Contient(joint) && l_.FormesDico.Contient(T(i + 1))) {
+        // The prefix stands apart with its hyphen, and loses the white space before it.
+        t_.texte[i - 1] += '-';
+        t_.surface[i - 1] += t_.surface[i];
+        t_.classe[i - 1] = MOT;
+        t_.blanc[i - 1].clear();
+        Retirer(i, 1);
+        i -= 1;
+        return;
+    }
+    Fusionner(i - 1, 3);
+    t_.classe[i - 1] = MOT;
+    i -= 1;
+}
+
+void Recolleur::Apostrophe(int& i) {
+    if (l_.Elides.Contient(Minusculiser(T(i - 1)))) {
+        Fusionner(i - 1, 2);
+        t_.classe[i - 1] = MOT;
+        i -= 1;
+        return;
+    }
+    if (l_.FormesDico.Contient(Minusculiser(T(i - 1) + T(i) + T(i + 1)))) {
+        // This merge does not carry classes along: the whole tail becomes MOT.
+        Fusionner(i - 1, 3, TEXTE | BLANC);
+        for (int j = i; j <= n(); ++j) t_.classe[j] = MOT;
+        i -= 1;
+    }
+}
+
+void Recolleur::Point(int& i) {
+    // Decimal.
+    if (B(i).empty() && B(i + 1).empty() && C(i - 1) == NOMBRE && C(i + 1) == NOMBRE) {
+        Fusionner(i - 1, 3);
+        t_.classe[i - 1] = NOMBRE;
+        i -= 1;
+        return;
+    }
+    // A stop at the end of a line stays a full stop.
+    if (i == n()) return;
+    // Suspension dots written as a run of full stops.
+    int fin = i + 1;
+    while (fin <= n() && t_.texte[fin] == "." && t_.blanc[fin].empty()) ++fin;
+    if (fin - i >= 2) {
+        Fusionner(i, fin - i);
+        t_.classe[i] = SIGNE;
+        return;
+    }
+    // Initials.
+    if (i >= 2 && i < n() && B(i).empty() && B(i + 1).empty() && !T(i - 1).empty() && !T(i + 1).empty() &&
+        EstMajuscule(Code(T(i - 1).back())) && EstMajuscule(Code(T(i + 1).front()))) {
+        if ((C(i - 1) == SIGLE || T(i - 1).size() == 1) && T(i + 1).size() == 1) {
+            Fusionner(i - 1, 3);
+            t_.classe[i - 1] = SIGLE;
+            i -= 1;
+            return;
+        }
+        if (T(i - 1) == "M" || T(i - 1) == "MM") {
+            Fusionner(i - 1, 2);
+            t_.classe[i - 1] = MOT;
+            i -= 1;
+            return;
+        }
+    }
+    // Closing an acronym.
+    if (C(i - 1) == SIGLE) {
+        Fusionner(i - 1, 2);
+        t_.classe[i - 1] = MOT;
+        i -= 1;
+        return;
+    }
+    // A single capital takes the dot; the tail's classes stay where they were.
+    if (i >= 2 && B(i).empty() && T(i - 1).size() == 1 && EstMajuscule(Code(T(i - 1)[0]))) {
+        Fusionner(i - 1, 2, TEXTE | BLANC);
+        i -= 1;
+        return;
+    }
+    // A listed abbreviation before a small letter takes the dot.
+    if (i >= 2 && i < n() && !B(i + 1).empty() && !T(i + 1).empty() && EstMinuscule(Code(T(i + 1)[0])) &&
+        l_.Abreviations.Contient(Minusculiser(T(i - 1)))) {
+        Fusionner(i - 1, 2, TEXTE | BLANC);
+        t_.classe[i - 1] = MOT;
+        i -= 1;
+        return;
+    }
+    // Web suffix ".fr": only texts shift, so each later token takes the gap and class of the
+    // slot it moves into.
+    if (i >= 2 && i < n() && B(i + 1).empty() && !T(i + 1).empty() && EstMinuscule(Code(T(i + 1)[0])) &&
+        l_.DomainesExt.Contient(T(i + 1))) {
+        Fusionner(i, 2, TEXTE);
+    }
+}
+
+void Recolleur::Executer() {
+    for (int i = 1; i <= n(); ++i) {
+        const std::string& t = t_.texte[i];
+        if (t == "e" || t == "eme" || t == "\xE8me" || t == "emes" || t == "\xE8mes" || t == "er" || t == "re" ||
+            t == "res" || t == "\xE8re" || t == "ers" || t == "\xE8res" || t == "i\xE8me" || t == "ieme" ||
+            t == "iemes" || t == "i\xE8mes" || t == "eres" || t == "th" || t == "rd" || t == "nd") {
+            Ordinal(i);
+        } else if (t == "www" || t == "http" || t == "@") {
+            AdresseWeb(i);
+        } else if (EstUnCar(t, {45, 30, 150, 151, 172, 173})) {
+            if (B(i).empty() && B(i + 1).empty()) Tiret(i);
+        } else if (EstUnCar(t, {39, 146, 145, 96})) {
+            if (i >= 2 && B(i).empty() && B(i + 1).empty()) Apostrophe(i);
+        } else if (EstUnCar(t, {44, 58, 130})) {
+            if (B(i).empty() && B(i + 1).empty() && C(i - 1) == NOMBRE && C(i + 1) == NOMBRE && i >= 2 && i < n()) {
+                Fusionner(i - 1, 3);
+                t_.classe[i - 1] = NOMBRE;
+                i -= 1;
+            }
+        } else if (EstUnCar(t, {43, 47, 42})) {
+            // White space around an operator is not looked at, and disappears.
+            if (C(i - 1) == NOMBRE && C(i + 1) == NOMBRE && i >= 2 && i < n()) {
+                Fusionner(i - 1, 3);
+                t_.classe[i - 1] = NOMBRE;
+                i -= 1;
+            }
+        } else if (t == ".") {
+            Point(i);
+        }
+    }
+}
+
+// First pass: cuts the line into raw tokens at every change of character class.
+void Scanner(std::string_view ligne, TableJetons& t) {
+    t.NbJetons = 0;
+    if (t.texte.empty()) {
+        t.texte.resize(64);
+        t.surface.resize(64);
+        t.blanc.resize(64);
+        t.classe.resize(64, MOT);
+    }
+    t.texte[0].clear();
+    t.surface[0].clear();
+    t.blanc[0].clear();
+    // Slot 0 is no token: the rules that look left of the first token find nothing to glue to.
+    t.classe[0] = BALISE;
+    char etat = '\0';
+    std::string lacune;
+    auto ouvrir = [&](int classe, bool avecLacune) {
+        if (t.NbJetons >= MAX_JETONS_LIGNE)
+            LimiteDepassee("MAX_JETONS_LIGNE", MAX_JETONS_LIGNE, "jetons sur une ligne");
+        const int j = ++t.NbJetons;
+        if (static_cast<std::size_t>(j + 1) >= t.texte.size()) {
+            const std::size_t taille = t.texte.size() * 2;
+            t.texte.resize(taille);
+            t.surface.resize(taille);
+            t.blanc.resize(taille);
+            t.classe.resize(taille, MOT);
+        }
+        t.texte[j].clear();
+        t.surface[j].clear();
+        if (avecLacune) t.blanc[j] = lacune;
+        else t.blanc[j].clear();
+        lacune.clear();
+        t.classe[j] = classe;
+        return j;
+    };
+    const std::size_t taille = ligne.size();
+    for (std::size_t p = 0; p < taille; ++p) {
+        const char ch = ligne[p];
+        int c = Code(ch);
+        if (c == 60) {
+            const int j = ouvrir(BALISE, false);
+            std::size_t fin = ligne.find('>', p);
+            fin = fin == std::string_view::npos ? taille : fin + 1;
+            t.texte[j].assign(ligne.substr(p, fin - p));
+            p = fin - 1;
+            etat = 'p';
+        } else if (EstChiffreScanner(c)) {
+            if (c == 186) c = 176;
+            const char car = static_cast<char>(c);
+            if (etat == 'n' || (etat == 'l' && c == 176)) {
+                t.texte[t.NbJetons] += car;
+                t.surface[t.NbJetons] += car;
+                lacune.clear();
+            } else {
+                const int j = ouvrir(NOMBRE, true);
+                t.texte[j] += car;
+                t.surface[j] += car;
+            }
+            etat = 'n';
+        } else if (EstLettreScanner(c)) {
+            if (etat == 'l') {
+                t.texte[t.NbJetons] += ch;
+                t.surface[t.NbJetons] += ch;
+                lacune.clear();
+            } else {
+                const int j = ouvrir(MOT, true);
+                t.texte[j] += ch;
+                t.surface[j] += ch;
+            }
+            etat = 'l';
+        } else if (c == 32 || c == 160) {
+            lacune += ' ';
+            etat = 'e';
+        } else if (c == 9) {
+            lacune += '\t';
+            etat = 'e';
+        } else {
+            if (c == 130 || c == 184) c = 44;
+            const int j = ouvrir(SIGNE, true);
+            t.texte[j].assign(1, static_cast<char>(c));
+            t.surface[j] = t.texte[j];
+            etat = 'p';
+        }
+    }
+}
+
+bool ALettreOuChiffre(const std::string& t) {
+    for (char ch : t) {
+        const int c = Code(ch);
+        if ((c >= 48 && c <= 57) || (c >= 65 && c <= 90) || (c >= 97 && c <= 122) || c == 140 || c == 156 || c > 191)
+            return true;
+    }
+    return false;
+}
+
+// The tag of a token without letter or digit: a punctuation class, or a word when none fits.
+void BaliseSigne(const std::string& jeton, std::string& balise) {
+    auto pc = [&](std::string_view classe, bool blancFinal) {
+        balise.assign("<PC f=");
+        balise += jeton;
+        balise += " l=";
+        balise += classe;
+        balise += blancFinal ? " > " : " >";
+    };
+    if (EstUnCar(jeton, {30, 45, 95, 150, 151, 172, 173, 175})) pc("T", true);
+    else if (EstUnCar(jeton, {34, 39, 132, 139, 155, 171, 187, 145, 146, 96}) || jeton == "''") pc("Q", true);
+    else if (jeton == ".") balise.assign("<PC f=. l=PT >");
+    else if (EstUnCar(jeton, {133})) pc("S", true);
+    else if (jeton == "!") pc("E", true);
+    else if (jeton == "?") pc("I", true);
+    else if (jeton.starts_with("..")) pc("S", true);
+    else if (jeton == "(") balise.assign("<PC f=( l=PO >");
+    else if (jeton == ")") balise.assign("<PC f=) l=PF >");
+    else if (jeton == "{") balise.assign("<PC f={ l=AO >");
+    else if (jeton == "}") balise.assign("<PC f=} l=AF >");
+    else if (jeton == "[") balise.assign("<PC f=[ l=CO >");
+    else if (jeton == "]") balise.assign("<PC f=] l=CF >");
+    else if (EstUnCar(jeton, {191})) pc("Is", false);
+    else if (EstUnCar(jeton, {161})) pc("Es", false);
+    else if (EstUnCar(jeton, {44, 130, 184})) pc("V", true);
+    else if (jeton == ":") balise.assign("<PC f=: l=DP >");
+    else if (jeton == ";") balise.assign("<PC f=; l=PV >");
+    else {
+        balise.assign("<M f=");
+        balise += jeton;
+        balise += " >";
+    }
+}
+
+// The tag of a word: in f, the first dash of the first kind present becomes "-", or else the
+// first apostrophe of the first kind present becomes "'".
+void BaliseMot(const std::string& jeton, std::string& balise) {
+    balise.assign("<M f=");
+    const std::size_t debut = balise.size();
+    balise += jeton;
+    std::string_view forme(balise.data() + debut, jeton.size());
+    bool fait = false;
+    for (int code : {30, 150, 151, 172, 173, 175}) {
+        const std::size_t p = forme.find(static_cast<char>(code));
+        if (p != std::string_view::npos) {
+            balise[debut + p] = '-';
+            fait = true;
+            break;
+        }
+    }
+    if (!fait) {
+        for (int code : {96, 145, 146, 147, 148, 180}) {
+            const std::size_t p = forme.find(static_cast<char>(code));
+            if (p != std::string_view::npos) {
+                balise[debut + p] = '\'';
+                break;
+            }
+        }
+    }
+    balise += " >";
+}
+
+}  // namespace
+
+void SegmenterLigne(std::string_view ligne, const ListesSegmentation& listes, TableJetons& t, std::string& sortie) {
+    Scanner(ligne, t);
+    Recolleur(t, listes).Executer();
+    // Third pass: the tags.
+    sortie.clear();
+    std::string balise;
+    for (int i = 1; i <= t.NbJetons; ++i) {
+        std::string& texte = t.texte[i];
+        if (!texte.empty() && texte[0] == '<') {
+            if (i + 1 <= t.NbJetons) t.blanc[i + 1].clear();
+        } else {
+            if (ALettreOuChiffre(texte)) BaliseMot(texte, balise);
+            else BaliseSigne(texte, balise);
+            texte.swap(balise);
+        }
+        sortie += t.blanc[i];
+        sortie += t.texte[i];
+        sortie += t.surface[i];
+    }
+}
+
+namespace {
+
+// Before the passes: a line holding "é" as two bytes is read as UTF-8, and the ligatures (with
+// the division sign, read as one) are written out in two letters.
+void Preparer(std::string_view brute, std::string& ligne) {
+    std::string decodee;
+    if (brute.find("\xC3\xA9") != std::string_view::npos) {
+        decodee = DecoderUtf8(brute);
+        brute = decodee;
+    }
+    ligne.clear();
+    for (char ch : brute) {
+        const int c = Code(ch);
+        if (c == 140) ligne += "OE";
+        else if (c == 156 || c == 247) ligne += "oe";
+        else ligne += ch;
+    }
+}
+
+}  // namespace
+
+void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialogue& dialogue) {
+    const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
+    CreerDossier(dossierTT);
+    TableJetons table;
+    std::string ligne, sortie;
+    const auto total = static_cast<long long>(liste.noms.size());
+    for (long long n = 0; n < total; ++n) {
+        const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
+        dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp, std::to_string(total)),
+                             n + 1, total);
+        const fs::path source = Chemin(liste.doss_racine, Joindre("ARCHIVE_BRUT/", nom, ".txt"));
+        const std::string contenu = LireFichier(source);
+        EcrivainFichier sortieFichier(Chemin(dossierTT, Joindre(nom, ".txt")));
+        LecteurLignes lecteur(contenu);
+        std::string_view brute;
+        try {
+            while (lecteur.Suivante(brute)) {
+                if (EstLigneMetadonnees(brute)) {
+                    sortieFichier.Ligne(brute);
+                    continue;
+                }
+                Preparer(brute, ligne);
+                SegmenterLigne(ligne, listes, table, sortie);
+                sortieFichier.Ligne(sortie);
+            }
+        } catch (const ErreurExecution& e) {
+            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
+                                          std::to_string(lecteur.Numero()), ")"));
+        }
+        sortieFichier.Fermer();
+    }
+}
+
+void OperationSegmentation(Contexte& ctx) {
+    const auto liste = ChoisirListeTextes(ctx.dialogue);
+    if (!liste) return;
+    const std::string debut = TexteHeure(ctx.horloge.Maintenant());
+    ctx.dialogue.Progression("Segmentation."_cp, 0, 0);
+    const ListesSegmentation listes = ChargerListesSegmentation(ctx.ressources);
+    Segmenter(*liste, listes, ctx.dialogue);
+    Indexer(*liste, ChargerCourtsFrequents(ctx.ressources), ctx.dialogue);
+    ctx.dialogue.MasquerProgression();
+    ctx.dialogue.Afficher(Joindre("Segmenté et indexé en "_cp, TexteDuree(debut, ctx.horloge)));
+}
+
+}  // namespace telvoris
