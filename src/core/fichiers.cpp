@@ -1,6 +1,8 @@
 #include "core/fichiers.hpp"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <system_error>
 
 #include "core/erreurs.hpp"
@@ -65,19 +67,25 @@ void CopierFichier(const fs::path& source, const fs::path& cible) {
 }
 
 bool LecteurLignes::Suivante(std::string_view& ligne) {
-    if (pos_ >= texte_.size()) return false;
-    const std::size_t debut = pos_;
-    std::size_t i = debut;
     const std::size_t n = texte_.size();
-    while (i < n && texte_[i] != '\r' && texte_[i] != '\n') ++i;
-    ligne = texte_.substr(debut, i - debut);
-    if (i < n && texte_[i] == '\r') {
-        ++i;
-        if (i < n && texte_[i] == '\n') ++i;
-    } else if (i < n) {
-        ++i;
+    if (pos_ >= n) return false;
+    // The next CR and the next LF are each looked for once and kept until passed, so that a
+    // file with one kind of line end is not searched again for the other on every line.
+    auto prochain = [&](std::size_t& memo, char c) {
+        if (memo == std::string_view::npos || memo < pos_) {
+            const void* p = std::memchr(texte_.data() + pos_, c, n - pos_);
+            memo = p ? static_cast<std::size_t>(static_cast<const char*>(p) - texte_.data()) : n;
+        }
+        return memo;
+    };
+    const std::size_t i = std::min(prochain(cr_, '\r'), prochain(lf_, '\n'));
+    ligne = texte_.substr(pos_, i - pos_);
+    std::size_t suite = i;
+    if (i < n) {
+        suite = i + 1;
+        if (texte_[i] == '\r' && suite < n && texte_[suite] == '\n') ++suite;
     }
-    pos_ = i;
+    pos_ = suite;
     ++numero_;
     return true;
 }

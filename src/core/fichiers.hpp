@@ -37,6 +37,8 @@ public:
 private:
     std::string_view texte_;
     std::size_t pos_ = 0;
+    std::size_t cr_ = std::string_view::npos;
+    std::size_t lf_ = std::string_view::npos;
     long long numero_ = 0;
 };
 

@@ -63,10 +63,31 @@ long long ValeurEntiere(std::string_view t) {
 
 AttributsJeton LireAttributs(std::string_view jeton) {
     AttributsJeton a;
-    a.f = ValeurAttribut(jeton, "f");
-    a.k = ValeurEntiere(ValeurAttribut(jeton, "k"));
-    a.l = ValeurAttribut(jeton, "l");
-    a.x = ValeurAttribut(jeton, "x");
+    // One pass: the first " f=", " k=", " l=", " x=" of the tag, each value up to the next blank.
+    bool vu[4] = {false, false, false, false};
+    const std::size_t n = jeton.size();
+    for (std::size_t p = jeton.find(' '); p != std::string_view::npos && p + 2 < n; p = jeton.find(' ', p + 1)) {
+        if (jeton[p + 2] != '=') continue;
+        int quel;
+        switch (jeton[p + 1]) {
+            case 'f': quel = 0; break;
+            case 'k': quel = 1; break;
+            case 'l': quel = 2; break;
+            case 'x': quel = 3; break;
+            default: continue;
+        }
+        if (vu[quel]) continue;
+        vu[quel] = true;
+        const std::size_t debut = p + 3;
+        const std::size_t fin = jeton.find(' ', debut);
+        const std::string_view v = jeton.substr(debut, fin == std::string_view::npos ? std::string_view::npos : fin - debut);
+        switch (quel) {
+            case 0: a.f.assign(v); break;
+            case 1: a.k = ValeurEntiere(v); break;
+            case 2: a.l.assign(v); break;
+            default: a.x.assign(v); break;
+        }
+    }
     if (a.f.empty()) {
         const std::string& l = a.l;
         if (l == "E") a.f = "!";

@@ -1,6 +1,7 @@
 #include "pipeline/segmenteur.hpp"
 
 #include <algorithm>
+#include <array>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -324,39 +325,71 @@ void Recolleur::Point(int& i) {
     }
 }
 
+bool EstSuffixeOrdinal(const std::string& t) {
+    if (t.empty() || t.size() > 5) return false;
+    switch (Code(t[0])) {
+        case 'e': case 232: case 'r': case 'i': case 't': case 'n':  // 232: è
+            break;
+        default:
+            return false;
+    }
+    static const std::array<std::string_view, 19> suffixes = {
+        "e", "eme", "ème"_cp, "emes", "èmes"_cp, "er", "re", "res", "ère"_cp, "ers",
+        "ères"_cp, "ième"_cp, "ieme", "iemes", "ièmes"_cp, "eres", "th", "rd", "nd"};
+    return std::find(suffixes.begin(), suffixes.end(), std::string_view(t)) != suffixes.end();
+}
+
 void Recolleur::Executer() {
     for (int i = 1; i <= n(); ++i) {
         const std::string& t = t_.texte[i];
-        if (t == "e" || t == "eme" || t == "\xE8me" || t == "emes" || t == "\xE8mes" || t == "er" || t == "re" ||
-            t == "res" || t == "\xE8re" || t == "ers" || t == "\xE8res" || t == "i\xE8me" || t == "ieme" ||
-            t == "iemes" || t == "i\xE8mes" || t == "eres" || t == "th" || t == "rd" || t == "nd") {
+        if (t.empty()) continue;
+        if (t.size() == 1) {
+            switch (Code(t[0])) {
+                case 'e':
+                    Ordinal(i);
+                    break;
+                case '@':
+                    AdresseWeb(i);
+                    break;
+                case 45: case 30: case 150: case 151: case 172: case 173:
+                    if (B(i).empty() && B(i + 1).empty()) Tiret(i);
+                    break;
+                case 39: case 146: case 145: case 96:
+                    if (i >= 2 && B(i).empty() && B(i + 1).empty()) Apostrophe(i);
+                    break;
+                case 44: case 58: case 130:
+                    if (B(i).empty() && B(i + 1).empty() && C(i - 1) == NOMBRE && C(i + 1) == NOMBRE && i >= 2 &&
+                        i < n()) {
+                        Fusionner(i - 1, 3);
+                        t_.classe[i - 1] = NOMBRE;
+                        i -= 1;
+                    }
+                    break;
+                case 43: case 47: case 42:
+                    // White space around an operator is not looked at, and disappears.
+                    if (C(i - 1) == NOMBRE && C(i + 1) == NOMBRE && i >= 2 && i < n()) {
+                        Fusionner(i - 1, 3);
+                        t_.classe[i - 1] = NOMBRE;
+                        i -= 1;
+                    }
+                    break;
+                case '.':
+                    Point(i);
+                    break;
+                default:
+                    break;
+            }
+        } else if (EstSuffixeOrdinal(t)) {
             Ordinal(i);
-        } else if (t == "www" || t == "http" || t == "@") {
+        } else if (t == "www" || t == "http") {
             AdresseWeb(i);
-        } else if (EstUnCar(t, {45, 30, 150, 151, 172, 173})) {
-            if (B(i).empty() && B(i + 1).empty()) Tiret(i);
-        } else if (EstUnCar(t, {39, 146, 145, 96})) {
-            if (i >= 2 && B(i).empty() && B(i + 1).empty()) Apostrophe(i);
-        } else if (EstUnCar(t, {44, 58, 130})) {
-            if (B(i).empty() && B(i + 1).empty() && C(i - 1) == NOMBRE && C(i + 1) == NOMBRE && i >= 2 && i < n()) {
-                Fusionner(i - 1, 3);
-                t_.classe[i - 1] = NOMBRE;
-                i -= 1;
-            }
-        } else if (EstUnCar(t, {43, 47, 42})) {
-            // White space around an operator is not looked at, and disappears.
-            if (C(i - 1) == NOMBRE && C(i + 1) == NOMBRE && i >= 2 && i < n()) {
-                Fusionner(i - 1, 3);
-                t_.classe[i - 1] = NOMBRE;
-                i -= 1;
-            }
-        } else if (t == ".") {
-            Point(i);
         }
     }
 }
 
-// First pass: cuts the line into raw tokens at every change of character class.
+// First pass: cuts the line into raw tokens at every change of character class. A word or
+// number grows only with the character right behind it, so it is a run of the line, copied
+// once it ends.
 void Scanner(std::string_view ligne, TableJetons& t) {
     t.NbJetons = 0;
     if (t.texte.empty()) {
@@ -371,7 +404,18 @@ void Scanner(std::string_view ligne, TableJetons& t) {
     // Slot 0 is no token: the rules that look left of the first token find nothing to glue to.
     t.classe[0] = BALISE;
     char etat = '\0';
-    std::string lacune;
+    std::string lacune;        // the blanks and tabs met since the last token
+    std::size_t debut = 0;     // start of the word or number being read
+    bool enCours = false;
+    auto fermer = [&](std::size_t fin) {
+        if (!enCours) return;
+        enCours = false;
+        std::string& texte = t.texte[t.NbJetons];
+        texte.assign(ligne.data() + debut, fin - debut);
+        for (char& c : texte)
+            if (Code(c) == 186) c = static_cast<char>(176);
+        t.surface[t.NbJetons] = texte;
+    };
     auto ouvrir = [&](int classe, bool avecLacune) {
         if (t.NbJetons >= MAX_JETONS_LIGNE)
             LimiteDepassee("MAX_JETONS_LIGNE", MAX_JETONS_LIGNE, "jetons sur une ligne");
@@ -383,8 +427,6 @@ void Scanner(std::string_view ligne, TableJetons& t) {
             t.blanc.resize(taille);
             t.classe.resize(taille, MOT);
         }
-        t.texte[j].clear();
-        t.surface[j].clear();
         if (avecLacune) t.blanc[j] = lacune;
         else t.blanc[j].clear();
         lacune.clear();
@@ -393,53 +435,48 @@ void Scanner(std::string_view ligne, TableJetons& t) {
     };
     const std::size_t taille = ligne.size();
     for (std::size_t p = 0; p < taille; ++p) {
-        const char ch = ligne[p];
-        int c = Code(ch);
+        const int c = Code(ligne[p]);
         if (c == 60) {
+            fermer(p);
+            // Markup takes no gap: the buffer is thrown away.
             const int j = ouvrir(BALISE, false);
             std::size_t fin = ligne.find('>', p);
             fin = fin == std::string_view::npos ? taille : fin + 1;
             t.texte[j].assign(ligne.substr(p, fin - p));
+            t.surface[j].clear();
             p = fin - 1;
             etat = 'p';
         } else if (EstChiffreScanner(c)) {
-            if (c == 186) c = 176;
-            const char car = static_cast<char>(c);
-            if (etat == 'n' || (etat == 'l' && c == 176)) {
-                t.texte[t.NbJetons] += car;
-                t.surface[t.NbJetons] += car;
-                lacune.clear();
-            } else {
-                const int j = ouvrir(NOMBRE, true);
-                t.texte[j] += car;
-                t.surface[j] += car;
+            // "n°12" grows from a word into a number; "m²" is two tokens.
+            if (!(etat == 'n' || (etat == 'l' && (c == 176 || c == 186)))) {
+                fermer(p);
+                ouvrir(NOMBRE, true);
+                debut = p;
+                enCours = true;
             }
             etat = 'n';
         } else if (EstLettreScanner(c)) {
-            if (etat == 'l') {
-                t.texte[t.NbJetons] += ch;
-                t.surface[t.NbJetons] += ch;
-                lacune.clear();
-            } else {
-                const int j = ouvrir(MOT, true);
-                t.texte[j] += ch;
-                t.surface[j] += ch;
+            if (etat != 'l') {
+                fermer(p);
+                ouvrir(MOT, true);
+                debut = p;
+                enCours = true;
             }
             etat = 'l';
-        } else if (c == 32 || c == 160) {
-            lacune += ' ';
-            etat = 'e';
-        } else if (c == 9) {
-            lacune += '\t';
+        } else if (c == 32 || c == 160 || c == 9) {
+            fermer(p);
+            lacune += c == 9 ? '\t' : ' ';
             etat = 'e';
         } else {
-            if (c == 130 || c == 184) c = 44;
+            // A sign is one character; commas of codes 130 and 184 are read as 44.
+            fermer(p);
             const int j = ouvrir(SIGNE, true);
-            t.texte[j].assign(1, static_cast<char>(c));
+            t.texte[j].assign(1, (c == 130 || c == 184) ? ',' : static_cast<char>(c));
             t.surface[j] = t.texte[j];
             etat = 'p';
         }
     }
+    fermer(taille);
 }
 
 bool ALettreOuChiffre(const std::string& t) {
@@ -547,6 +584,10 @@ void Preparer(std::string_view brute, std::string& ligne) {
         brute = decodee;
     }
     ligne.clear();
+    if (brute.find_first_of("\x8C\x9C\xF7") == std::string_view::npos) {
+        ligne.assign(brute);
+        return;
+    }
     for (char ch : brute) {
         const int c = Code(ch);
         if (c == 140) ligne += "OE";

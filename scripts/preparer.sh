@@ -1,0 +1,13 @@
+# Installs what the build needs when it is missing, then configures and builds (sourced).
+paquets="g++ cmake ninja-build libgtest-dev ccache"
+manquants=""
+for p in $paquets; do dpkg -s "$p" >/dev/null 2>&1 || manquants="$manquants $p"; done
+if [ -n "$manquants" ]; then
+    sudo=""
+    [ "$(id -u)" -ne 0 ] && sudo="sudo"
+    echo "Installation de :$manquants"
+    $sudo apt-get update -qq
+    $sudo apt-get install -y -qq $manquants >/dev/null
+fi
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --build build -j2

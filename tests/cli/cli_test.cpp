@@ -1,0 +1,115 @@
+// End-to-end runs of the telvoris command on fixture corpora.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+
+#include "support/support.hpp"
+
+namespace telvoris {
+namespace {
+
+using test::DossierTemporaire;
+using test::Lignes;
+using test::Lire;
+namespace fs = std::filesystem;
+
+struct Execution {
+    int statut = -1;
+    std::string sortie;  // stdout
+    std::string erreurs; // stderr
+};
+
+std::string Citer(const std::string& s) {
+    std::string r = "'";
+    for (char c : s) {
+        if (c == '\'') r += "'\\''";
+        else r += c;
+    }
+    return r + "'";
+}
+
+Execution Lancer(const std::vector<std::string>& arguments) {
+    DossierTemporaire d;
+    std::string commande = Citer(TELVORIS_EXE);
+    for (const auto& a : arguments) commande += " " + Citer(a);
+    commande += " </dev/null 2>" + Citer((d.Chemin() / "err").string());
+    Execution e;
+    FILE* p = popen(commande.c_str(), "r");
+    std::array<char, 4096> tampon;
+    std::size_t n;
+    while ((n = fread(tampon.data(), 1, tampon.size(), p)) > 0) e.sortie.append(tampon.data(), n);
+    const int s = pclose(p);
+    e.statut = WIFEXITED(s) ? WEXITSTATUS(s) : -1;
+    e.erreurs = Lire(d.Chemin() / "err");
+    return e;
+}
+
+const std::string kRessources = test::RessourcesTest().string();
+const std::string kHorloge = "2026-11-21 10:00:00";
+
+TEST(LigneDeCommande, SegmentationDuCorpusExemple) {
+    DossierTemporaire d;
+    fs::copy(test::DossierSource() / "exemples/presse", d.Chemin() / "presse", fs::copy_options::recursive);
+    const auto liste = (d.Chemin() / "presse/REPERTOIRE.txt").string();
+    auto e = Lancer({"smn_seg", "--ressources", kRessources, "-r", liste, "--horloge", kHorloge});
+    EXPECT_EQ(e.statut, 0) << e.erreurs;
+    EXPECT_EQ(e.sortie, "Segmenté et indexé en 1 secondes\n");
+    const auto tt = d.Chemin() / "presse/OLBRIN_TT";
+    const std::string nom = "LA_GAZETTE_DE_L_EST_2024-03-02.txt";
+    // The empty article gives an empty partition; every derived file exists for every text.
+    EXPECT_NE(Lire(tt / "NB_PARTITIONS" / nom).find("\r\n0\r\n"), std::string::npos);
+    for (const auto& texte : fs::directory_iterator(d.Chemin() / "presse/ARCHIVE_BRUT"))
+        for (const char* dossier : {"TEXTE_NU", "TEXTE_MIN", "LEXINDEX", "REPERE_LIGNES", "TEXTE_ETIQ",
+                                    "NB_PARTITIONS", "METADONNEES"})
+            EXPECT_TRUE(fs::exists(tt / dossier / texte.path().filename())) << dossier << texte.path();
+
+    // Re-indexing alone gives the same files again.
+    const std::string lexindex = Lire(tt / "LEXINDEX" / nom), etiq = Lire(tt / "TEXTE_ETIQ" / nom);
+    e = Lancer({"smn_idx", "--ressources", kRessources, "--reponse", liste, "--horloge", kHorloge});
+    EXPECT_EQ(e.statut, 0) << e.erreurs;
+    EXPECT_EQ(e.sortie, "Réindexé en 1 secondes\n");
+    EXPECT_EQ(Lire(tt / "LEXINDEX" / nom), lexindex);
+    EXPECT_EQ(Lire(tt / "TEXTE_ETIQ" / nom), etiq);
+}
+
+TEST(LigneDeCommande, StatutsDeSortie) {
+    auto e = Lancer({"liste"});
+    EXPECT_EQ(e.statut, 0);
+    EXPECT_NE(e.sortie.find("Form2.smn_seg\tSegmentation\n"), std::string::npos) << e.sortie;
+    EXPECT_NE(e.sortie.find("Form2.smn_idx\tRéindexer\n"), std::string::npos) << e.sortie;
+
+    EXPECT_EQ(Lancer({}).statut, 2);
+    EXPECT_EQ(Lancer({"smn_inconnu"}).statut, 2);
+    EXPECT_EQ(Lancer({"smn_seg", "--horloge", "hier"}).statut, 2);
+    EXPECT_EQ(Lancer({"smn_seg", "--option"}).statut, 2);
+
+    DossierTemporaire d;
+    e = Lancer({"smn_seg", "--ressources", (d.Chemin() / "absent").string()});
+    EXPECT_EQ(e.statut, 3);
+    EXPECT_EQ(e.sortie,
+              "Le dossier 'morv_res' est absent. Copiez-le sur un lecteur interne, svp. Puis relancez l'application.\n");
+
+    // A text of the list without its source file: an execution error naming the file.
+    test::Ecrire(d.Chemin() / "REPERTOIRE.txt", Lignes({"manque"}));
+    e = Lancer({"smn_seg", "--ressources", kRessources, "-r", (d.Chemin() / "REPERTOIRE.txt").string()});
+    EXPECT_EQ(e.statut, 1);
+    EXPECT_NE(e.erreurs.find("Fichier introuvable"), std::string::npos) << e.erreurs;
+    EXPECT_NE(e.erreurs.find("ARCHIVE_BRUT/manque.txt"), std::string::npos) << e.erreurs;
+
+    // Re-indexing a corpus that was never segmented ends the program.
+    DossierTemporaire vierge;
+    test::Ecrire(vierge.Chemin() / "REPERTOIRE.txt", Lignes({"t"}));
+    e = Lancer({"smn_idx", "--ressources", kRessources, "-r", (vierge.Chemin() / "REPERTOIRE.txt").string()});
+    EXPECT_EQ(e.statut, 3);
+    EXPECT_EQ(e.sortie, "Ressources non constituées. Vérifiez\n");
+
+    // Without an answer and without a terminal the file dialog is cancelled: nothing happens.
+    e = Lancer({"smn_seg", "--ressources", kRessources});
+    EXPECT_EQ(e.statut, 0);
+    EXPECT_EQ(e.sortie, "");
+}
+
+}  // namespace
+}  // namespace telvoris
