@@ -20,15 +20,21 @@ fs::path Chemin(const fs::path& base, std::string_view nom) {
 }
 
 std::string LireFichier(const fs::path& chemin) {
+    std::string contenu;
+    LireFichier(chemin, contenu);
+    return contenu;
+}
+
+void LireFichier(const fs::path& chemin, std::string& contenu) {
+    contenu.clear();
     std::error_code ec;
     if (!fs::is_regular_file(chemin, ec))
         throw ErreurExecution(Joindre("Fichier introuvable : "_cp, TexteChemin(chemin)));
     std::FILE* f = std::fopen(chemin.c_str(), "rb");
     if (!f) throw ErreurExecution(Joindre("Lecture impossible du fichier : "_cp, TexteChemin(chemin)));
-    std::string contenu;
     const auto taille = fs::file_size(chemin, ec);
     if (!ec) contenu.resize(static_cast<std::size_t>(taille));
-    std::size_t lus = contenu.empty() ? 0 : std::fread(contenu.data(), 1, contenu.size(), f);
+    const std::size_t lus = contenu.empty() ? 0 : std::fread(contenu.data(), 1, contenu.size(), f);
     contenu.resize(lus);
     // The size may have changed since it was asked: read what remains.
     char morceau[65536];
@@ -37,7 +43,6 @@ std::string LireFichier(const fs::path& chemin) {
     const bool erreur = std::ferror(f) != 0;
     std::fclose(f);
     if (erreur) throw ErreurExecution(Joindre("Lecture impossible du fichier : "_cp, TexteChemin(chemin)));
-    return contenu;
 }
 
 bool DossierExiste(const fs::path& chemin) {

@@ -17,6 +17,8 @@ fs::path Chemin(const fs::path& base, std::string_view nom);
 
 // Reads a whole file. A missing or unreadable file is an execution error naming it.
 std::string LireFichier(const fs::path& chemin);
+// The same into a buffer that the caller reuses from file to file.
+void LireFichier(const fs::path& chemin, std::string& contenu);
 
 bool DossierExiste(const fs::path& chemin);
 bool FichierExiste(const fs::path& chemin);
@@ -63,7 +65,8 @@ public:
     void Fermer();
 
 private:
-    static constexpr std::size_t kTailleTampon = 1 << 20;
+    // Small enough to stay in cache and be reused, so that writing does not fault in fresh pages.
+    static constexpr std::size_t kTailleTampon = 64 * 1024;
     void Vider();
     fs::path chemin_;
     std::FILE* fichier_ = nullptr;

@@ -66,10 +66,11 @@ AttributsJeton LireAttributs(std::string_view jeton) {
     // One pass: the first " f=", " k=", " l=", " x=" of the tag, each value up to the next blank.
     bool vu[4] = {false, false, false, false};
     const std::size_t n = jeton.size();
-    for (std::size_t p = jeton.find(' '); p != std::string_view::npos && p + 2 < n; p = jeton.find(' ', p + 1)) {
-        if (jeton[p + 2] != '=') continue;
+    const char* const d = jeton.data();
+    for (std::size_t p = 0; p + 2 < n; ++p) {
+        if (d[p] != ' ' || d[p + 2] != '=') continue;
         int quel;
-        switch (jeton[p + 1]) {
+        switch (d[p + 1]) {
             case 'f': quel = 0; break;
             case 'k': quel = 1; break;
             case 'l': quel = 2; break;
@@ -79,14 +80,16 @@ AttributsJeton LireAttributs(std::string_view jeton) {
         if (vu[quel]) continue;
         vu[quel] = true;
         const std::size_t debut = p + 3;
-        const std::size_t fin = jeton.find(' ', debut);
-        const std::string_view v = jeton.substr(debut, fin == std::string_view::npos ? std::string_view::npos : fin - debut);
+        std::size_t fin = debut;
+        while (fin < n && d[fin] != ' ') ++fin;
+        const std::string_view v(d + debut, fin - debut);
         switch (quel) {
             case 0: a.f.assign(v); break;
-            case 1: a.k = ValeurEntiere(v); break;
+            case 1: a.k = ValeurEntiere(v); a.avecK = true; break;
             case 2: a.l.assign(v); break;
             default: a.x.assign(v); break;
         }
+        p = fin - 1;
     }
     if (a.f.empty()) {
         const std::string& l = a.l;
@@ -138,13 +141,13 @@ inline char MinusculeCar(char ch) {
 
 }  // namespace
 
-std::string Minusculiser(std::string_view mot) {
-    std::string r(mot);
-    if (r.empty()) return r;
+void Minusculiser(std::string_view mot, std::string& r) {
+    r.assign(mot);
+    if (r.empty()) return;
     for (std::size_t i = 1; i < r.size(); ++i) r[i] = MinusculeCar(r[i]);
     if (r[0] != 'E') {
         r[0] = MinusculeCar(r[0]);
-        return r;
+        return;
     }
     char premier = 'e';
     const char* const e_aigu = "é"_cp.data();
@@ -167,6 +170,11 @@ std::string Minusculiser(std::string_view mot) {
         if (accent) premier = e_aigu[0];
     }
     r[0] = premier;
+}
+
+std::string Minusculiser(std::string_view mot) {
+    std::string r;
+    Minusculiser(mot, r);
     return r;
 }
 

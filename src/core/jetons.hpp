@@ -37,6 +37,7 @@ struct AttributsJeton {
     std::string l;
     std::string x;
     long long k = 0;
+    bool avecK = false;  // the tag holds a " k=" (an offset from an earlier indexing)
 };
 
 // Reads f, k, l, x of a tag; an empty f is made from l (punctuation classes), then l = f.
@@ -58,6 +59,8 @@ CleMot ClasserItem(std::string_view mot, Copie copie = Copie::Etiquetage);
 
 // Lower case, with an initial "E" given its accent by the French rules of the normaliser.
 std::string Minusculiser(std::string_view mot);
+// The same into a buffer that the caller reuses.
+void Minusculiser(std::string_view mot, std::string& resultat);
 
 // Cuts a text at each occurrence of a separator (one or more characters). A text without a
 // separator is one piece; a separator at the end gives an empty last piece. More than `max`

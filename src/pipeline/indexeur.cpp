@@ -1,6 +1,7 @@
 #include "pipeline/indexeur.hpp"
 
 #include <array>
+#include <charconv>
 #include <limits>
 #include <unordered_map>
 
@@ -81,7 +82,11 @@ bool MontreDuTexte(std::string_view etiq) {
     return false;
 }
 
-void AjouterNombre(std::string& s, long long v) { s += std::to_string(v); }
+void AjouterNombre(std::string& s, long long v) {
+    char tampon[24];
+    const auto r = std::to_chars(tampon, tampon + sizeof tampon, v);
+    s.append(tampon, r.ptr);
+}
 
 // The tag rebuilt from its attributes: `tete` then "f=", f, " l=" l, " x=" x, " >".
 void Reconstruire(std::string& r, std::string_view tete, const AttributsJeton& a) {
@@ -136,7 +141,7 @@ private:
     long long numeroBloc_ = 1;
     int dansBloc_ = 0;
     LigneJetons lj_;
-    std::string etiq_, nu_texte_, jeton_, position_;
+    std::string etiq_, nu_texte_, jeton_, forme_;
 };
 
 void IndexeurTexte::NouvellePartition() {
@@ -171,7 +176,7 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
     for (int i = 1; i <= lj_.NbJetons; ++i) {
         std::string_view balise = lj_.jeton[i];
         const AttributsJeton a = LireAttributs(balise);
-        if (balise.find(" k=") != std::string_view::npos) {
+        if (a.avecK) {
             // An offset from an earlier indexing is rebuilt away.
             jeton_.clear();
             Reconstruire(jeton_, Tete(balise), a);
@@ -187,7 +192,12 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
 
         curseur_ += static_cast<long long>(a.f.size());
         nu_texte_ += a.f;
-        if (suite.find(' ') != std::string_view::npos) {
+        bool blanc = false, saut = false;
+        for (std::size_t p = 0; p < suite.size(); ++p) {
+            if (suite[p] == ' ') blanc = true;
+            else if (suite[p] == '<' && (suite.substr(p, 4) == "<br>" || suite.substr(p, 4) == "<BR>")) saut = true;
+        }
+        if (blanc) {
             curseur_ += 1;
             nu_texte_ += ' ';
         }
@@ -201,17 +211,14 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
             ++nbOccurrences_;
         }
         if (mot) {
-            const std::string forme = Minusculiser(a.f);
-            const CleMot cle = ClasserItem(forme);
+            Minusculiser(a.f, forme_);
+            const CleMot cle = ClasserItem(forme_);
             // Words of initial class 0 (digits, signs, other accented letters) are never written
             // to the index: they are not kept.
-            if (cle.ClasseInitiale != 0) {
-                position_ = CodePosition(numeroBloc_, dansBloc_);
-                index_.Ajouter(balise, cle, courts_.Contient(forme), position_);
-            }
+            if (cle.ClasseInitiale != 0)
+                index_.Ajouter(balise, cle, courts_.Contient(forme_, cle), CodePosition(numeroBloc_, dansBloc_));
         }
-        if ((suite.find("<br>") != std::string_view::npos || suite.find("<BR>") != std::string_view::npos) &&
-            !(a.f.size() > 0 && a.f.back() == '-')) {
+        if (saut && !(a.f.size() > 0 && a.f.back() == '-')) {
             // A line break in the source separates words, unless it cuts one at a hyphen.
             nu_texte_ += ' ';
             curseur_ += 1;
@@ -221,10 +228,11 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
     etiqF_.Ligne(etiq_);
     curseur_ += 2;
     nu_.Ligne(nu_texte_);
-    min_.Ligne(Minusculiser(nu_texte_));
-    std::string n;
-    AjouterNombre(n, nbOccurrences_);
-    reperes_.Ligne(n);
+    Minusculiser(nu_texte_, forme_);
+    min_.Ligne(forme_);
+    jeton_.clear();
+    AjouterNombre(jeton_, nbOccurrences_);
+    reperes_.Ligne(jeton_);
 }
 
 void IndexeurTexte::Terminer() {
@@ -253,6 +261,7 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
     if (!DossierExiste(dossierTT)) throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
     for (auto dossier : kDossiers) CreerDossier(dossierTT / dossier);
     const auto total = static_cast<long long>(liste.noms.size());
+    std::string contenu;
     for (long long n = 0; n < total; ++n) {
         const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
         // The label says "Segmentation" here too, as it always has.
@@ -260,7 +269,7 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
                              n + 1, total);
         IndexeurTexte indexeur(dossierTT, nom, courts);
         const fs::path source = Chemin(dossierTT, Joindre(nom, ".txt"));
-        const std::string contenu = LireFichier(source);
+        LireFichier(source, contenu);
         LecteurLignes lecteur(contenu);
         std::string_view ligne;
         try {

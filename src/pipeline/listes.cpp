@@ -35,8 +35,8 @@ void ListeCasiers::AjouterDansCasier(CleMot casier, std::string_view mot, std::s
     casiers_[i].emplace(mot);
 }
 
-bool ListeCasiers::Contient(std::string_view mot) const {
-    const auto& casier = casiers_[Indice(ClasserItem(mot))];
+bool ListeCasiers::Contient(std::string_view mot, CleMot cle) const {
+    const auto& casier = casiers_[Indice(cle)];
     return casier.find(mot) != casier.end();
 }
 

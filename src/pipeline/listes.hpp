@@ -45,7 +45,9 @@ public:
     void Ajouter(std::string_view mot, std::string_view source);
     // Adds a word to a given bucket (a dictionary file fills the bucket it is named after).
     void AjouterDansCasier(CleMot casier, std::string_view mot, std::string_view source);
-    bool Contient(std::string_view mot) const;
+    bool Contient(std::string_view mot) const { return Contient(mot, ClasserItem(mot)); }
+    // The same when the word's bucket is known already.
+    bool Contient(std::string_view mot, CleMot cle) const;
     std::size_t Taille() const;
 
 private:

@@ -75,12 +75,24 @@ namespace {
 
 inline bool EstMajuscule(int c) { return (c >= 65 && c <= 90) || (c >= 192 && c <= 223); }
 inline bool EstMinuscule(int c) { return (c >= 97 && c <= 122) || c == 156 || c >= 224; }
-inline bool EstChiffreScanner(int c) {
-    return (c >= 48 && c <= 57) || c == 37 || c == 137 || c == 176 || c == 178 || c == 179 || c == 185 || c == 186;
-}
-inline bool EstLettreScanner(int c) {
-    return (c >= 65 && c <= 90) || (c >= 97 && c <= 122) || c == 140 || c == 156 || c == 164 || c > 191;
-}
+// The scanner's character classes.
+enum ClasseCar : unsigned char { CAR_SIGNE, CAR_CHIFFRE, CAR_LETTRE, CAR_BLANC, CAR_BALISE };
+constexpr std::array<unsigned char, 256> kClassesCar = [] {
+    std::array<unsigned char, 256> t{};
+    for (int c = 0; c < 256; ++c) {
+        unsigned char k = CAR_SIGNE;
+        if ((c >= 48 && c <= 57) || c == 37 || c == 137 || c == 176 || c == 178 || c == 179 || c == 185 || c == 186)
+            k = CAR_CHIFFRE;
+        else if ((c >= 65 && c <= 90) || (c >= 97 && c <= 122) || c == 140 || c == 156 || c == 164 || c > 191)
+            k = CAR_LETTRE;  // so the multiplication and division signs count as letters too
+        else if (c == 32 || c == 160 || c == 9)
+            k = CAR_BLANC;
+        else if (c == 60)
+            k = CAR_BALISE;
+        t[static_cast<std::size_t>(c)] = k;
+    }
+    return t;
+}();
 inline bool EstUnCar(const std::string& t, std::initializer_list<int> codes) {
     if (t.size() != 1) return false;
     const int c = Code(t[0]);
@@ -436,44 +448,52 @@ void Scanner(std::string_view ligne, TableJetons& t) {
     const std::size_t taille = ligne.size();
     for (std::size_t p = 0; p < taille; ++p) {
         const int c = Code(ligne[p]);
-        if (c == 60) {
-            fermer(p);
-            // Markup takes no gap: the buffer is thrown away.
-            const int j = ouvrir(BALISE, false);
-            std::size_t fin = ligne.find('>', p);
-            fin = fin == std::string_view::npos ? taille : fin + 1;
-            t.texte[j].assign(ligne.substr(p, fin - p));
-            t.surface[j].clear();
-            p = fin - 1;
-            etat = 'p';
-        } else if (EstChiffreScanner(c)) {
-            // "n°12" grows from a word into a number; "m²" is two tokens.
-            if (!(etat == 'n' || (etat == 'l' && (c == 176 || c == 186)))) {
+        switch (kClassesCar[static_cast<std::size_t>(c)]) {
+            case CAR_BALISE: {
                 fermer(p);
-                ouvrir(NOMBRE, true);
-                debut = p;
-                enCours = true;
+                // Markup takes no gap: the buffer is thrown away.
+                const int j = ouvrir(BALISE, false);
+                std::size_t fin = ligne.find('>', p);
+                fin = fin == std::string_view::npos ? taille : fin + 1;
+                t.texte[j].assign(ligne.substr(p, fin - p));
+                t.surface[j].clear();
+                p = fin - 1;
+                etat = 'p';
+                break;
             }
-            etat = 'n';
-        } else if (EstLettreScanner(c)) {
-            if (etat != 'l') {
+            case CAR_CHIFFRE:
+                // "n°12" grows from a word into a number; "m²" is two tokens.
+                if (!(etat == 'n' || (etat == 'l' && (c == 176 || c == 186)))) {
+                    fermer(p);
+                    ouvrir(NOMBRE, true);
+                    debut = p;
+                    enCours = true;
+                }
+                etat = 'n';
+                break;
+            case CAR_LETTRE:
+                if (etat != 'l') {
+                    fermer(p);
+                    ouvrir(MOT, true);
+                    debut = p;
+                    enCours = true;
+                }
+                etat = 'l';
+                break;
+            case CAR_BLANC:
                 fermer(p);
-                ouvrir(MOT, true);
-                debut = p;
-                enCours = true;
+                lacune += c == 9 ? '\t' : ' ';
+                etat = 'e';
+                break;
+            default: {
+                // A sign is one character; commas of codes 130 and 184 are read as 44.
+                fermer(p);
+                const int j = ouvrir(SIGNE, true);
+                t.texte[j].assign(1, (c == 130 || c == 184) ? ',' : static_cast<char>(c));
+                t.surface[j] = t.texte[j];
+                etat = 'p';
+                break;
             }
-            etat = 'l';
-        } else if (c == 32 || c == 160 || c == 9) {
-            fermer(p);
-            lacune += c == 9 ? '\t' : ' ';
-            etat = 'e';
-        } else {
-            // A sign is one character; commas of codes 130 and 184 are read as 44.
-            fermer(p);
-            const int j = ouvrir(SIGNE, true);
-            t.texte[j].assign(1, (c == 130 || c == 184) ? ',' : static_cast<char>(c));
-            t.surface[j] = t.texte[j];
-            etat = 'p';
         }
     }
     fermer(taille);
@@ -525,24 +545,31 @@ void BaliseSigne(const std::string& jeton, std::string& balise) {
 // The tag of a word: in f, the first dash of the first kind present becomes "-", or else the
 // first apostrophe of the first kind present becomes "'".
 void BaliseMot(const std::string& jeton, std::string& balise) {
+    // The codes that f normalises, by priority: dashes first, then apostrophes and quotes.
+    static constexpr std::array<int, 12> kCodes = {30, 150, 151, 172, 173, 175, 96, 145, 146, 147, 148, 180};
+    static const std::array<signed char, 256> kRang = [] {
+        std::array<signed char, 256> r{};
+        r.fill(-1);
+        for (std::size_t i = 0; i < kCodes.size(); ++i) r[static_cast<std::size_t>(kCodes[i])] = static_cast<signed char>(i);
+        return r;
+    }();
+    std::size_t premier[kCodes.size()];
+    bool present = false;
+    for (std::size_t p = jeton.size(); p-- > 0;) {
+        const int rang = kRang[Code(jeton[p])];
+        if (rang >= 0) {
+            if (!present) std::fill(std::begin(premier), std::end(premier), std::string::npos);
+            premier[rang] = p;
+            present = true;
+        }
+    }
     balise.assign("<M f=");
     const std::size_t debut = balise.size();
     balise += jeton;
-    std::string_view forme(balise.data() + debut, jeton.size());
-    bool fait = false;
-    for (int code : {30, 150, 151, 172, 173, 175}) {
-        const std::size_t p = forme.find(static_cast<char>(code));
-        if (p != std::string_view::npos) {
-            balise[debut + p] = '-';
-            fait = true;
-            break;
-        }
-    }
-    if (!fait) {
-        for (int code : {96, 145, 146, 147, 148, 180}) {
-            const std::size_t p = forme.find(static_cast<char>(code));
-            if (p != std::string_view::npos) {
-                balise[debut + p] = '\'';
+    if (present) {
+        for (std::size_t i = 0; i < kCodes.size(); ++i) {
+            if (premier[i] != std::string::npos) {
+                balise[debut + premier[i]] = i < 6 ? '-' : '\'';
                 break;
             }
         }
@@ -578,16 +605,24 @@ namespace {
 // Before the passes: a line holding "é" as two bytes is read as UTF-8, and the ligatures (with
 // the division sign, read as one) are written out in two letters.
 void Preparer(std::string_view brute, std::string& ligne) {
+    bool utf8 = false, ligatures = false;
+    for (std::size_t p = 0; p < brute.size(); ++p) {
+        const int c = Code(brute[p]);
+        if (c < 128) continue;
+        if (c == 195 && p + 1 < brute.size() && Code(brute[p + 1]) == 169) utf8 = true;
+        else if (c == 140 || c == 156 || c == 247) ligatures = true;
+    }
     std::string decodee;
-    if (brute.find("\xC3\xA9") != std::string_view::npos) {
+    if (utf8) {
         decodee = DecoderUtf8(brute);
         brute = decodee;
+        ligatures = brute.find_first_of("\x8C\x9C\xF7") != std::string_view::npos;
     }
-    ligne.clear();
-    if (brute.find_first_of("\x8C\x9C\xF7") == std::string_view::npos) {
+    if (!ligatures) {
         ligne.assign(brute);
         return;
     }
+    ligne.clear();
     for (char ch : brute) {
         const int c = Code(ch);
         if (c == 140) ligne += "OE";
@@ -602,14 +637,14 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     CreerDossier(dossierTT);
     TableJetons table;
-    std::string ligne, sortie;
+    std::string ligne, sortie, contenu;
     const auto total = static_cast<long long>(liste.noms.size());
     for (long long n = 0; n < total; ++n) {
         const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
         dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp, std::to_string(total)),
                              n + 1, total);
         const fs::path source = Chemin(liste.doss_racine, Joindre("ARCHIVE_BRUT/", nom, ".txt"));
-        const std::string contenu = LireFichier(source);
+        LireFichier(source, contenu);
         EcrivainFichier sortieFichier(Chemin(dossierTT, Joindre(nom, ".txt")));
         LecteurLignes lecteur(contenu);
         std::string_view brute;
