@@ -62,6 +62,13 @@ public:
         tampon_.append("\r\n");
         if (tampon_.size() >= kTailleTampon) Vider();
     }
+    // A line may also be built in place: append its text to Tampon(), then call FinLigne().
+    // Nothing is flushed in between, so the caller may still cut back what it appended.
+    std::string& Tampon() { return tampon_; }
+    void FinLigne() {
+        tampon_.append("\r\n");
+        if (tampon_.size() >= kTailleTampon) Vider();
+    }
     void Fermer();
 
 private:

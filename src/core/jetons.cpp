@@ -1,5 +1,8 @@
 #include "core/jetons.hpp"
 
+#include <algorithm>
+#include <array>
+
 #include "core/erreurs.hpp"
 #include "core/texte.hpp"
 
@@ -61,8 +64,8 @@ long long ValeurEntiere(std::string_view t) {
     return negatif ? -v : v;
 }
 
-AttributsJeton LireAttributs(std::string_view jeton) {
-    AttributsJeton a;
+AttributsVue LireAttributsVue(std::string_view jeton) {
+    AttributsVue a;
     // One pass: the first " f=", " k=", " l=", " x=" of the tag, each value up to the next blank.
     bool vu[4] = {false, false, false, false};
     const std::size_t n = jeton.size();
@@ -84,18 +87,22 @@ AttributsJeton LireAttributs(std::string_view jeton) {
         while (fin < n && d[fin] != ' ') ++fin;
         const std::string_view v(d + debut, fin - debut);
         switch (quel) {
-            case 0: a.f.assign(v); break;
+            case 0: a.f = v; break;
             case 1: a.k = ValeurEntiere(v); a.avecK = true; break;
-            case 2: a.l.assign(v); break;
-            default: a.x.assign(v); break;
+            case 2: a.l = v; break;
+            default: a.x = v; break;
         }
         p = fin - 1;
     }
     if (a.f.empty()) {
-        const std::string& l = a.l;
+        // A tag without a form: the punctuation class tells it; then l is the form.
+        static const std::string points(MAX_POINTS_SUSPENSION, '.');
+        const std::string_view l = a.l;
         if (l == "E") a.f = "!";
         else if (l == "I") a.f = "?";
-        else if (!l.empty() && l[0] == 'S') a.f.assign(static_cast<std::size_t>(std::max(0LL, std::min(ValeurEntiere(std::string_view(l).substr(1)), 1000LL))), '.');
+        else if (!l.empty() && l[0] == 'S')
+            a.f = std::string_view(points).substr(0, static_cast<std::size_t>(
+                                                         std::clamp(ValeurEntiere(l.substr(1)), 0LL, MAX_POINTS_SUSPENSION)));
         else if (l == "V") a.f = ",";
         else if (l == "PT") a.f = ".";
         else if (l == "DP") a.f = ":";
@@ -104,6 +111,17 @@ AttributsJeton LireAttributs(std::string_view jeton) {
         else if (l == "PV") a.f = ";";
         a.l = a.f;
     }
+    return a;
+}
+
+AttributsJeton LireAttributs(std::string_view jeton) {
+    const AttributsVue v = LireAttributsVue(jeton);
+    AttributsJeton a;
+    a.f.assign(v.f);
+    a.l.assign(v.l);
+    a.x.assign(v.x);
+    a.k = v.k;
+    a.avecK = v.avecK;
     return a;
 }
 
@@ -132,26 +150,33 @@ CleMot ClasserItem(std::string_view mot, Copie copie) {
 
 namespace {
 
-inline char MinusculeCar(char ch) {
-    const int c = Code(ch);
-    if ((c >= 65 && c <= 90) || (c >= 192 && c <= 223)) return static_cast<char>(c + 32);
-    if (c == 140) return static_cast<char>(156);
-    return ch;
-}
+constexpr std::array<unsigned char, 256> kMinuscules = [] {
+    std::array<unsigned char, 256> t{};
+    for (int c = 0; c < 256; ++c) {
+        int m = c;
+        if ((c >= 65 && c <= 90) || (c >= 192 && c <= 223)) m = c + 32;
+        else if (c == 140) m = 156;
+        t[static_cast<std::size_t>(c)] = static_cast<unsigned char>(m);
+    }
+    return t;
+}();
+
+inline char MinusculeCar(char ch) { return static_cast<char>(kMinuscules[Code(ch)]); }
 
 }  // namespace
 
-void Minusculiser(std::string_view mot, std::string& r) {
-    r.assign(mot);
-    if (r.empty()) return;
-    for (std::size_t i = 1; i < r.size(); ++i) r[i] = MinusculeCar(r[i]);
-    if (r[0] != 'E') {
-        r[0] = MinusculeCar(r[0]);
+void AjouterMinuscules(std::string_view mot, std::string& dest) {
+    if (mot.empty()) return;
+    const std::size_t debut = dest.size();
+    dest.resize(debut + mot.size());
+    char* const r = dest.data() + debut;
+    for (std::size_t i = 1; i < mot.size(); ++i) r[i] = MinusculeCar(mot[i]);
+    if (mot[0] != 'E') {
+        r[0] = MinusculeCar(mot[0]);
         return;
     }
     char premier = 'e';
-    const char* const e_aigu = "é"_cp.data();
-    if (mot.starts_with("Etre")) {
+        if (mot.starts_with("Etre")) {
         premier = "ê"_cp[0];
     } else if (mot == "Elle") {
         premier = 'e';
@@ -167,9 +192,14 @@ void Minusculiser(std::string_view mot, std::string& r) {
         } else {
             accent = c2 == 'o' || (c2 == 'a' && mot != "Eau");
         }
-        if (accent) premier = e_aigu[0];
+        if (accent) premier = "é"_cp[0];
     }
     r[0] = premier;
+}
+
+void Minusculiser(std::string_view mot, std::string& resultat) {
+    resultat.clear();
+    AjouterMinuscules(mot, resultat);
 }
 
 std::string Minusculiser(std::string_view mot) {

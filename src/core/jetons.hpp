@@ -40,8 +40,21 @@ struct AttributsJeton {
     bool avecK = false;  // the tag holds a " k=" (an offset from an earlier indexing)
 };
 
+// The same attributes as views into the tag (or into static texts for a form made from l).
+struct AttributsVue {
+    std::string_view f;
+    std::string_view l;
+    std::string_view x;
+    long long k = 0;
+    bool avecK = false;
+};
+
+// Suspension points made from "S<n>" are at most this many dots.
+inline constexpr long long MAX_POINTS_SUSPENSION = 1000;
+
 // Reads f, k, l, x of a tag; an empty f is made from l (punctuation classes), then l = f.
 AttributsJeton LireAttributs(std::string_view jeton);
+AttributsVue LireAttributsVue(std::string_view jeton);
 // The raw value of one attribute: what follows " nom=" up to the next blank, or "" when absent.
 std::string_view ValeurAttribut(std::string_view jeton, std::string_view nom);
 
@@ -59,8 +72,9 @@ CleMot ClasserItem(std::string_view mot, Copie copie = Copie::Etiquetage);
 
 // Lower case, with an initial "E" given its accent by the French rules of the normaliser.
 std::string Minusculiser(std::string_view mot);
-// The same into a buffer that the caller reuses.
+// The same into a buffer that the caller reuses, or appended to a text.
 void Minusculiser(std::string_view mot, std::string& resultat);
+void AjouterMinuscules(std::string_view mot, std::string& dest);
 
 // Cuts a text at each occurrence of a separator (one or more characters). A text without a
 // separator is one piece; a separator at the end gives an empty last piece. More than `max`

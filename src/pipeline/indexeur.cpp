@@ -1,9 +1,7 @@
 #include "pipeline/indexeur.hpp"
 
 #include <array>
-#include <charconv>
 #include <limits>
-#include <unordered_map>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -20,19 +18,37 @@ constexpr std::string_view kSeparateur = "<---------->";
 constexpr std::array<std::string_view, 7> kDossiers = {"TEXTE_NU", "TEXTE_MIN", "LEXINDEX", "REPERE_LIGNES",
                                                         "TEXTE_ETIQ", "NB_PARTITIONS", "METADONNEES"};
 
+void AjouterNombre(std::string& s, long long v) {
+    char tampon[24];
+    char* fin = tampon + sizeof tampon;
+    char* p = fin;
+    unsigned long long u = v < 0 ? 0ULL - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
+    do {
+        *--p = static_cast<char>('0' + u % 10);
+        u /= 10;
+    } while (u != 0);
+    if (v < 0) *--p = '-';
+    s.append(p, static_cast<std::size_t>(fin - p));
+}
+
 // The index of the current partition: one entry per distinct tag, kept per word bucket in the
 // order of first occurrence; the tag text is the key.
 class IndexPartition {
 public:
     void Ajouter(std::string_view balise, CleMot cle, bool sansPositions, std::string_view position) {
-        auto it = entrees_.find(balise);
-        if (it == entrees_.end()) {
-            it = entrees_.emplace(std::string(balise), Entree{}).first;
-            ordre_[Casier(cle)].push_back(&*it);
+        bool nouveau;
+        const std::uint32_t i = entrees_.Inserer(balise, nouveau);
+        if (nouveau) {
+            if (comptes_.size() <= i) {
+                comptes_.push_back(0);
+                positions_.emplace_back();
+            }
+            comptes_[i] = 0;
+            positions_[i].clear();
+            ordre_[Casier(cle)].push_back(i);
         }
-        Entree& e = it->second;
-        ++e.compte;
-        if (!sansPositions) e.positions.append(position);
+        ++comptes_[i];
+        if (!sansPositions) positions_[i].append(position);
     }
 
     // Writes the entries, bucket by bucket, and empties them.
@@ -41,33 +57,29 @@ public:
         for (int longueur = 1; longueur <= MAX_CLASSE_LONGUEUR; ++longueur) {
             for (int initiale = 1; initiale <= MAX_CLASSE_INITIALE; ++initiale) {
                 auto& casier = ordre_[Casier({longueur, initiale})];
-                for (const auto* paire : casier) {
-                    const Entree& e = paire->second;
-                    ligne.assign(paire->first);
+                for (const std::uint32_t i : casier) {
+                    ligne.assign(entrees_.Texte(i));
                     ligne += '\t';
-                    ligne += std::to_string(e.compte);
+                    AjouterNombre(ligne, comptes_[i]);
                     ligne += '\t';
-                    if (e.positions.empty()) ligne += '!';
-                    else ligne += e.positions;
+                    if (positions_[i].empty()) ligne += '!';
+                    else ligne += positions_[i];
                     sortie.Ligne(ligne);
                 }
                 casier.clear();
             }
         }
-        entrees_.clear();
+        entrees_.Vider();
     }
 
 private:
-    struct Entree {
-        long long compte = 0;
-        std::string positions;
-    };
-    using Table = std::unordered_map<std::string, Entree, HachageTexte, std::equal_to<>>;
     static std::size_t Casier(CleMot c) {
         return static_cast<std::size_t>(c.ClasseLongueur * (MAX_CLASSE_INITIALE + 1) + c.ClasseInitiale);
     }
-    Table entrees_;
-    std::array<std::vector<const Table::value_type*>, (MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1)> ordre_;
+    IndexTextes entrees_;
+    std::vector<long long> comptes_;
+    std::vector<std::string> positions_;
+    std::array<std::vector<std::uint32_t>, (MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1)> ordre_;
 };
 
 // A line shows text unless every piece after a "<" ends in ">".
@@ -82,14 +94,9 @@ bool MontreDuTexte(std::string_view etiq) {
     return false;
 }
 
-void AjouterNombre(std::string& s, long long v) {
-    char tampon[24];
-    const auto r = std::to_chars(tampon, tampon + sizeof tampon, v);
-    s.append(tampon, r.ptr);
-}
 
 // The tag rebuilt from its attributes: `tete` then "f=", f, " l=" l, " x=" x, " >".
-void Reconstruire(std::string& r, std::string_view tete, const AttributsJeton& a) {
+void Reconstruire(std::string& r, std::string_view tete, const AttributsVue& a) {
     r.append(tete);
     r += "f=";
     r += a.f;
@@ -141,7 +148,7 @@ private:
     long long numeroBloc_ = 1;
     int dansBloc_ = 0;
     LigneJetons lj_;
-    std::string etiq_, nu_texte_, jeton_, forme_;
+    std::string jeton_, forme_;
 };
 
 void IndexeurTexte::NouvellePartition() {
@@ -171,11 +178,15 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
     }
     // The partition bounds positions, not the line: no token limit here.
     DecouperLigne(ligne, lj_, Copie::Etiquetage, std::numeric_limits<long long>::max());
-    etiq_.assign(lj_.suite[0]);
-    nu_texte_.clear();
+    // The tagged line and the bare text are built in place in their files' buffers, and cut
+    // back if the line shows no text.
+    std::string& etiq = etiqF_.Tampon();
+    std::string& nu = nu_.Tampon();
+    const std::size_t debutEtiq = etiq.size(), debutNu = nu.size();
+    etiq.append(lj_.suite[0]);
     for (int i = 1; i <= lj_.NbJetons; ++i) {
         std::string_view balise = lj_.jeton[i];
-        const AttributsJeton a = LireAttributs(balise);
+        const AttributsVue a = LireAttributsVue(balise);
         if (a.avecK) {
             // An offset from an earlier indexing is rebuilt away.
             jeton_.clear();
@@ -183,15 +194,15 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
             balise = jeton_;
         }
         const std::string_view suite = lj_.suite[i];
-        etiq_.append(Tete(balise));
-        etiq_ += "k=";
-        AjouterNombre(etiq_, curseur_);
-        etiq_ += ' ';
-        Reconstruire(etiq_, "", a);
-        etiq_.append(suite);
+        etiq.append(Tete(balise));
+        etiq += "k=";
+        AjouterNombre(etiq, curseur_);
+        etiq += ' ';
+        Reconstruire(etiq, "", a);
+        etiq.append(suite);
 
         curseur_ += static_cast<long long>(a.f.size());
-        nu_texte_ += a.f;
+        nu += a.f;
         bool blanc = false, saut = false;
         for (std::size_t p = 0; p < suite.size(); ++p) {
             if (suite[p] == ' ') blanc = true;
@@ -199,7 +210,7 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
         }
         if (blanc) {
             curseur_ += 1;
-            nu_texte_ += ' ';
+            nu += ' ';
         }
         const bool mot = balise.starts_with("<M ") || balise.starts_with("<MC ");
         if (mot || balise.starts_with("<PC ")) {
@@ -220,19 +231,22 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
         }
         if (saut && !(a.f.size() > 0 && a.f.back() == '-')) {
             // A line break in the source separates words, unless it cuts one at a hyphen.
-            nu_texte_ += ' ';
+            nu += ' ';
             curseur_ += 1;
         }
     }
-    if (!MontreDuTexte(etiq_)) return;
-    etiqF_.Ligne(etiq_);
+    if (!MontreDuTexte(std::string_view(etiq).substr(debutEtiq))) {
+        etiq.resize(debutEtiq);
+        nu.resize(debutNu);
+        return;
+    }
+    etiqF_.FinLigne();
     curseur_ += 2;
-    nu_.Ligne(nu_texte_);
-    Minusculiser(nu_texte_, forme_);
-    min_.Ligne(forme_);
-    jeton_.clear();
-    AjouterNombre(jeton_, nbOccurrences_);
-    reperes_.Ligne(jeton_);
+    AjouterMinuscules(std::string_view(nu).substr(debutNu), min_.Tampon());
+    nu_.FinLigne();
+    min_.FinLigne();
+    AjouterNombre(reperes_.Tampon(), nbOccurrences_);
+    reperes_.FinLigne();
 }
 
 void IndexeurTexte::Terminer() {

@@ -583,7 +583,6 @@ void SegmenterLigne(std::string_view ligne, const ListesSegmentation& listes, Ta
     Scanner(ligne, t);
     Recolleur(t, listes).Executer();
     // Third pass: the tags.
-    sortie.clear();
     std::string balise;
     for (int i = 1; i <= t.NbJetons; ++i) {
         std::string& texte = t.texte[i];
@@ -637,7 +636,7 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     CreerDossier(dossierTT);
     TableJetons table;
-    std::string ligne, sortie, contenu;
+    std::string ligne, contenu;
     const auto total = static_cast<long long>(liste.noms.size());
     for (long long n = 0; n < total; ++n) {
         const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
@@ -655,8 +654,15 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
                     continue;
                 }
                 Preparer(brute, ligne);
-                SegmenterLigne(ligne, listes, table, sortie);
-                sortieFichier.Ligne(sortie);
+                std::string& tampon = sortieFichier.Tampon();
+                const std::size_t debut = tampon.size();
+                try {
+                    SegmenterLigne(ligne, listes, table, tampon);
+                } catch (...) {
+                    tampon.resize(debut);  // no half line is left behind
+                    throw;
+                }
+                sortieFichier.FinLigne();
             }
         } catch (const ErreurExecution& e) {
             throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,

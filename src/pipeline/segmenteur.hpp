@@ -53,7 +53,8 @@ struct TableJetons {
     std::vector<int> classe;
 };
 
-// Segments one line of running text (metadata lines are not given here) into its tagged form.
+// Segments one line of running text (metadata lines are not given here): its tagged form is
+// appended to `sortie`.
 void SegmenterLigne(std::string_view ligne, const ListesSegmentation& listes, TableJetons& table,
                     std::string& sortie);
 
