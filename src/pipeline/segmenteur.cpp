@@ -511,7 +511,7 @@ bool ALettreOuChiffre(const std::string& t) {
 // The tag of a token without letter or digit: a punctuation class, or a word when none fits.
 void BaliseSigne(const std::string& jeton, std::string& balise) {
     auto pc = [&](std::string_view classe, bool blancFinal) {
-        balise.assign("<PC f=");
+        balise += "<PC f=";
         balise += jeton;
         balise += " l=";
         balise += classe;
@@ -519,30 +519,30 @@ void BaliseSigne(const std::string& jeton, std::string& balise) {
     };
     if (EstUnCar(jeton, {30, 45, 95, 150, 151, 172, 173, 175})) pc("T", true);
     else if (EstUnCar(jeton, {34, 39, 132, 139, 155, 171, 187, 145, 146, 96}) || jeton == "''") pc("Q", true);
-    else if (jeton == ".") balise.assign("<PC f=. l=PT >");
+    else if (jeton == ".") balise.append("<PC f=. l=PT >");
     else if (EstUnCar(jeton, {133})) pc("S", true);
     else if (jeton == "!") pc("E", true);
     else if (jeton == "?") pc("I", true);
     else if (jeton.starts_with("..")) pc("S", true);
-    else if (jeton == "(") balise.assign("<PC f=( l=PO >");
-    else if (jeton == ")") balise.assign("<PC f=) l=PF >");
-    else if (jeton == "{") balise.assign("<PC f={ l=AO >");
-    else if (jeton == "}") balise.assign("<PC f=} l=AF >");
-    else if (jeton == "[") balise.assign("<PC f=[ l=CO >");
-    else if (jeton == "]") balise.assign("<PC f=] l=CF >");
+    else if (jeton == "(") balise.append("<PC f=( l=PO >");
+    else if (jeton == ")") balise.append("<PC f=) l=PF >");
+    else if (jeton == "{") balise.append("<PC f={ l=AO >");
+    else if (jeton == "}") balise.append("<PC f=} l=AF >");
+    else if (jeton == "[") balise.append("<PC f=[ l=CO >");
+    else if (jeton == "]") balise.append("<PC f=] l=CF >");
     else if (EstUnCar(jeton, {191})) pc("Is", false);
     else if (EstUnCar(jeton, {161})) pc("Es", false);
     else if (EstUnCar(jeton, {44, 130, 184})) pc("V", true);
-    else if (jeton == ":") balise.assign("<PC f=: l=DP >");
-    else if (jeton == ";") balise.assign("<PC f=; l=PV >");
+    else if (jeton == ":") balise.append("<PC f=: l=DP >");
+    else if (jeton == ";") balise.append("<PC f=; l=PV >");
     else {
-        balise.assign("<M f=");
+        balise += "<M f=";
         balise += jeton;
         balise += " >";
     }
 }
 
-// The tag of a word: in f, the first dash of the first kind present becomes "-", or else the
+// Appends the tag of a word: in f, the first dash of the first kind present becomes "-", or else the
 // first apostrophe of the first kind present becomes "'".
 void BaliseMot(const std::string& jeton, std::string& balise) {
     // The codes that f normalises, by priority: dashes first, then apostrophes and quotes.
@@ -563,7 +563,7 @@ void BaliseMot(const std::string& jeton, std::string& balise) {
             present = true;
         }
     }
-    balise.assign("<M f=");
+    balise += "<M f=";
     const std::size_t debut = balise.size();
     balise += jeton;
     if (present) {
@@ -583,18 +583,17 @@ void SegmenterLigne(std::string_view ligne, const ListesSegmentation& listes, Ta
     Scanner(ligne, t);
     Recolleur(t, listes).Executer();
     // Third pass: the tags.
-    std::string balise;
     for (int i = 1; i <= t.NbJetons; ++i) {
-        std::string& texte = t.texte[i];
+        const std::string& texte = t.texte[i];
+        sortie += t.blanc[i];
         if (!texte.empty() && texte[0] == '<') {
             if (i + 1 <= t.NbJetons) t.blanc[i + 1].clear();
+            sortie += texte;
+        } else if (ALettreOuChiffre(texte)) {
+            BaliseMot(texte, sortie);
         } else {
-            if (ALettreOuChiffre(texte)) BaliseMot(texte, balise);
-            else BaliseSigne(texte, balise);
-            texte.swap(balise);
+            BaliseSigne(texte, sortie);
         }
-        sortie += t.blanc[i];
-        sortie += t.texte[i];
         sortie += t.surface[i];
     }
 }

@@ -1,0 +1,56 @@
+// What every reader and the writer of the exploration index share: the position code, the
+// bucket of a word (CASIER), the sort folding, and the paths of the index tree.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace telvoris {
+
+// Tokens per slice of TEXTE_ETIQUETE, and the base of the position code.
+inline constexpr long long TAILLE_TRANCHE = 220;
+// The largest position that three one-byte characters can hold (first character at most 255).
+inline constexpr long long MAX_POSITION = (255 - 34) * 48400LL + 219 * 220LL + 219;
+
+inline constexpr int NB_LONGUEURS = 15;
+inline constexpr int NB_LETTRES = 20;
+inline constexpr std::string_view kSeparateurPartitions = "<---------->";
+
+// Appends the three characters of position v.
+void AjouterCodePosition(std::string& liste, long long v);
+std::string CodePosition(long long v);
+// The value of the three characters at p.
+inline long long LireCodePosition(const char* p) {
+    const long long d1 = static_cast<unsigned char>(p[0]) - 33;
+    const long long d2 = static_cast<unsigned char>(p[1]) - 33;
+    const long long d3 = static_cast<unsigned char>(p[2]) - 33;
+    return ((d1 - 1) * TAILLE_TRANCHE + d2 - 1) * TAILLE_TRANCHE + d3;
+}
+
+// The bucket of a word in the index files: letter rank 1 to 20, length class 1 to 15; (0, 0)
+// for an empty word.
+struct Casier {
+    int lettre = 0;
+    int longueur = 0;
+    friend bool operator==(const Casier&, const Casier&) = default;
+};
+Casier CalculerCasier(std::string_view s);
+// "<L><c>.txt", as in "3k.txt".
+std::string NomFichierCasier(Casier c);
+inline int IndiceCasier(Casier c) { return c.longueur * (NB_LETTRES + 1) + c.lettre; }
+inline constexpr int NB_CASIERS = (NB_LONGUEURS + 1) * (NB_LETTRES + 1);
+
+// The first character's code: a to z give 1 to 26, anything else 0.
+int RangLettre(std::string_view s);
+// Lower case without accents, for the alphabetical sorts.
+std::string SansAccent(std::string_view s);
+
+// The index folder of a corpus list: its path less the four-character extension, plus "_QORX_INDEX".
+std::filesystem::path CheminIndex(const std::filesystem::path& liste);
+
+// Number to decimal text.
+std::string Nombre(long long v);
+
+}  // namespace telvoris
