@@ -187,3 +187,46 @@ TEST(Segmentation, OperationComplete) {
 
 }  // namespace
 }  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+// Random lines of the characters that matter to the parsers (markup brackets, blanks, signs,
+// letters, accented and special codes): segmenting and indexing them never fails, and the
+// derived files stay in step with each other.
+TEST(Robustesse, LignesAleatoires) {
+    const std::string alphabet =
+        std::string("<<>> \t\xA0...--''@www.fr,:;!?()%\xB0\xB2\x85\x96\x92\x8C\x9C\xF7\xC3\xA9\xE9\xC9") +
+        "aAeEzZ09M f=l=k=x=";
+    std::uint32_t graine = 12345;
+    auto hasard = [&] {
+        graine = graine * 1103515245u + 12345u;
+        return (graine >> 16) & 0x7FFF;
+    };
+    const ListesSegmentation listes = ChargerListesSegmentation(test::RessourcesTest());
+    std::vector<std::string> lignes = {"<QORX_ATTR A=1 >"};
+    TableJetons table;
+    for (int n = 0; n < 3000; ++n) {
+        std::string ligne;
+        const int longueur = static_cast<int>(hasard() % 40);
+        for (int i = 0; i < longueur; ++i) ligne += alphabet[hasard() % alphabet.size()];
+        if (n % 500 == 0) lignes.push_back("<QORX_ATTR N=" + std::to_string(n) + " >");
+        std::string tague;
+        SegmenterLigne(ligne, listes, table, tague);
+        lignes.push_back(tague);
+    }
+    DossierTemporaire d;
+    IndexerTexte(d.Chemin(), "hasard", Lignes(lignes));
+    auto compter = [&](const char* dossier) {
+        const std::string contenu = Derive(d.Chemin(), dossier, "hasard");
+        std::size_t n = 0;
+        for (std::size_t p = contenu.find("\r\n"); p != std::string::npos; p = contenu.find("\r\n", p + 2)) ++n;
+        return n;
+    };
+    EXPECT_EQ(compter("TEXTE_NU"), compter("REPERE_LIGNES"));
+    EXPECT_EQ(compter("TEXTE_NU"), compter("TEXTE_MIN"));
+    EXPECT_EQ(Derive(d.Chemin(), "METADONNEES", "hasard").size() > 0, true);
+}
+
+}  // namespace
+}  // namespace telvoris
