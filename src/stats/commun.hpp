@@ -1,5 +1,6 @@
 // What the statistics commands share: the field splitter, number readings of prompts and files,
-// the item of a token at a lexical level, the matrix text file and the usual checks.
+// the item of a token at a lexical level, the matrix text file and the usual checks. They live in
+// a namespace of their own, since their names are common ones.
 #pragma once
 
 #include <filesystem>
@@ -11,11 +12,12 @@
 #include "core/dialogue.hpp"
 #include "core/fichiers.hpp"
 #include "core/jetons.hpp"
+#include "core/texte.hpp"
 
-namespace telvoris {
+namespace telvoris::stats {
 
 // The filter of the data-file dialogs of the statistics area (the list chooser has its own).
-inline constexpr std::string_view FILTRE_TXT_STATS = "Text files (*.TXT)\xA2*.TXT";
+inline constexpr std::string_view FILTRE_TXT_STATS = "Text files (*.TXT)¢*.TXT"_cp;
 inline constexpr std::string_view SEPARATEUR_PARTITIONS = "<---------->";
 
 // The field splitter of the statistics area: the shared splitter under its own name.
@@ -29,6 +31,15 @@ std::optional<std::string_view> Champ(std::string_view ligne, int n);
 // An integer written in a file: optional blanks and sign, then digits only. Anything else is the
 // conversion failure, whose message names the text and where it was read.
 long long LireEntier(std::string_view texte, std::string_view ou);
+bool EssayerEntier(std::string_view texte, long long& valeur);
+[[noreturn]] void EchecConversion(std::string_view texte, std::string_view ou);
+// The same, where `ou()` makes the place only when it is needed (for hot loops).
+template <class Ou>
+long long LireEntierOu(std::string_view texte, Ou&& ou) {
+    long long v;
+    if (!EssayerEntier(texte, v)) EchecConversion(texte, ou());
+    return v;
+}
 // True when the text reads as a number (integer or decimal, with a comma or a point).
 bool EstNombre(std::string_view texte);
 // A number read from a prompt or a file, decimal comma or point; the conversion failure otherwise.
@@ -71,4 +82,4 @@ private:
 std::vector<std::string> LireItemsFichier(const std::filesystem::path& fichier, std::size_t max,
                                           bool nombreExige, std::string_view quoi);
 
-}  // namespace telvoris
+}  // namespace telvoris::stats
