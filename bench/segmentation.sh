@@ -6,7 +6,8 @@
 # it is measured twice: on the disk of the corpus folder, and on a memory file system
 # (/dev/shm), which shows the program's own cost without the disk's. Each run writes its files
 # anew, as a first segmentation does. Reports MB/s of raw text (1 MB = 1,000,000 bytes) and the
-# peak resident memory, best and median of three runs.
+# peak resident memory, best and median of three runs. The resource tree is the one built beside
+# the executable (build/MORVENTA/morv_res, with the full generated dictionary).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mo="${1:-100}"
@@ -26,7 +27,7 @@ mesurer() {  # $1: corpus folder, $2: label; three runs, best and median reporte
         rm -rf "$1/OLBRIN_TT"
         sync
         /usr/bin/time -v -o /tmp/telvoris_bench_time build/telvoris smn_seg \
-            --ressources tests/fixtures/MORVENTA/morv_res --reponse "$1/REPERTOIRE.txt" >/dev/null
+            --reponse "$1/REPERTOIRE.txt" >/dev/null
         secondes+=("$(grep 'Elapsed (wall clock)' /tmp/telvoris_bench_time | awk '{print $NF}' |
             awk -F: '{ if (NF==3) print $1*3600+$2*60+$3; else print $1*60+$2 }')")
         local k

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "cli/dialogue_terminal.hpp"
+#include "cli/verifier_ressources.hpp"
+#include "cli/requete.hpp"
 #include "core/erreurs.hpp"
 #include "core/horloge.hpp"
 #include "core/texte.hpp"
@@ -26,9 +28,13 @@ void Usage(std::ostream& os) {
     os << "Usage :\n"
           "  telvoris liste\n"
           "      toutes les opérations : identifiant, zone de travail, libellé\n"
+          "  telvoris verifier-ressources [DOSSIER]\n"
+          "      vérifie l'arborescence de ressources MORVENTA/morv_res (fichiers présents et bien formés)\n"
           "  telvoris OPERATION [--ressources DOSSIER] [--reponse TEXTE]... [--horloge \"AAAA-MM-JJ HH:MM:SS\"]\n"
           "      exécute une opération (smn_seg, smn_idx, ...) ; chaque --reponse (-r) répond à la\n"
-          "      question suivante, boîte de saisie ou choix de fichier, dans l'ordre où l'opération les pose\n";
+          "      question suivante, boîte de saisie ou choix de fichier, dans l'ordre où l'opération les pose\n"
+          "  telvoris requete LISTE.txt [options]\n"
+          "      une requête sur un corpus indexé (Form1.smn_idx) : concordance, distribution, co-occurrents\n";
 }
 
 int Liste() {
@@ -61,6 +67,8 @@ int main(int argc, char** argv) {
         return kFait;
     }
     if (commande == "liste") return Liste();
+    if (commande == "verifier-ressources") return CommandeVerifierRessources(argc, argv);
+    if (commande == "requete") return LancerCommandeRequete(argc, argv);
 
     const Operation* op = TrouverOperation(commande);
     if (!op) {

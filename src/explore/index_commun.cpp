@@ -1,5 +1,8 @@
 #include "explore/index_commun.hpp"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <charconv>
 
 #include "core/erreurs.hpp"
@@ -69,6 +72,21 @@ std::filesystem::path CheminIndex(const std::filesystem::path& liste) {
     const std::string nom = Utf8VersCp1252(liste.filename().string());
     const std::string base = nom.size() > 4 ? nom.substr(0, nom.size() - 4) : std::string();
     return Chemin(liste.parent_path(), Joindre(base, "_QORX_INDEX"));
+}
+
+void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu) {
+    const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (fd < 0) throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
+    std::size_t ecrits = 0;
+    while (ecrits < contenu.size()) {
+        const ssize_t n = ::write(fd, contenu.data() + ecrits, contenu.size() - ecrits);
+        if (n <= 0) {
+            ::close(fd);
+            throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
+        }
+        ecrits += static_cast<std::size_t>(n);
+    }
+    if (::close(fd) != 0) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }
 
 std::string Nombre(long long v) {

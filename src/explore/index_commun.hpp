@@ -50,6 +50,10 @@ std::string SansAccent(std::string_view s);
 // The index folder of a corpus list: its path less the four-character extension, plus "_QORX_INDEX".
 std::filesystem::path CheminIndex(const std::filesystem::path& liste);
 
+// Writes a small file anew in one call; failure is an execution error naming it. The index
+// has tens of thousands of them (slices, display texts), so each costs only open, write, close.
+void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu);
+
 // Number to decimal text.
 std::string Nombre(long long v);
 

@@ -1,0 +1,287 @@
+#include "explore/corpus.hpp"
+
+#include <algorithm>
+
+#include "core/erreurs.hpp"
+#include "core/fichiers.hpp"
+#include "core/jetons.hpp"
+#include "core/nombres.hpp"
+#include "core/texte.hpp"
+
+namespace telvoris {
+
+namespace {
+
+std::vector<std::string> LignesFichier(const std::filesystem::path& f) {
+    const std::string contenu = LireFichier(f);
+    std::vector<std::string> lignes;
+    LecteurLignes l(contenu);
+    std::string_view ligne;
+    while (l.Suivante(ligne)) lignes.emplace_back(ligne);
+    return lignes;
+}
+
+bool EstDate(std::string_view nom) { return nom == "DATE" || nom == "Date" || nom == "date"; }
+bool EstTitre(std::string_view nom) { return nom == "TITRE" || nom == "Titre" || nom == "titre"; }
+
+}  // namespace
+
+const TableIndex::Ligne* TableIndex::Trouver(std::string_view cle) const {
+    const auto it = index.find(cle);
+    return it == index.end() ? nullptr : &lignes[it->second];
+}
+
+std::unique_ptr<TableIndex> LireTableIndex(const std::filesystem::path& fichier) {
+    auto t = std::make_unique<TableIndex>();
+    const std::string contenu = LireFichier(fichier);
+    LecteurLignes l(contenu);
+    std::string_view ligne;
+    while (l.Suivante(ligne)) {
+        if (ligne.empty()) continue;
+        const std::size_t t1 = ligne.find('\t');
+        const std::size_t t2 = t1 == std::string_view::npos ? t1 : ligne.find('\t', t1 + 1);
+        TableIndex::Ligne e;
+        e.cle.assign(ligne.substr(0, t1));
+        if (t1 != std::string_view::npos) e.compte = ValeurEntiere(ligne.substr(t1 + 1));
+        if (t2 != std::string_view::npos) e.colonne.assign(ligne.substr(t2 + 1));
+        t->lignes.push_back(std::move(e));
+    }
+    for (std::size_t i = 0; i < t->lignes.size(); ++i) t->index.emplace(t->lignes[i].cle, i);
+    return t;
+}
+
+long long EtatCorpus::PartitionDe(long long position) const {
+    const auto it = std::lower_bound(CUMUL_MOTS.begin() + 1, CUMUL_MOTS.end(), position);
+    if (it == CUMUL_MOTS.end()) return NB_PARTS;
+    return static_cast<long long>(it - CUMUL_MOTS.begin());
+}
+
+const TableIndex& EtatCorpus::Table(DossierIndexe dossier, Casier casier) {
+    const int cle = static_cast<int>(dossier) * NB_CASIERS + IndiceCasier(casier);
+    auto& t = tables_[cle];
+    if (!t) {
+        static const char* const kNoms[] = {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L"};
+        if (casier.lettre < 1 || casier.longueur < 1) t = std::make_unique<TableIndex>();
+        else t = LireTableIndex(PATH_INDEX / kNoms[static_cast<int>(dossier)] / NomFichierCasier(casier));
+    }
+    return *t;
+}
+
+const TableIndex& EtatCorpus::Categories() {
+    if (!categories_) categories_ = LireTableIndex(PATH_INDEX / "LEXINDEX_C" / "CATEG.txt");
+    return *categories_;
+}
+
+EtatCorpus OuvrirCorpus(const std::filesystem::path& liste) {
+    EtatCorpus e;
+    e.PATH_INDEX = CheminIndex(std::filesystem::absolute(liste).lexically_normal());
+    bool complet = DossierExiste(e.PATH_INDEX);
+    for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE", "DICTIONNAIRES",
+                          "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES"})
+        complet = complet && DossierExiste(e.PATH_INDEX / d);
+    if (!complet)
+        throw FinProgramme(std::string("Un dossier d'indexation manque dans 'OLBRIN_TT'. Rédindexez et recommencez."_cp));
+    const auto index = e.PATH_INDEX / "METADONNEES_QORX" / "index.txt";
+    if (FichierExiste(index)) {
+        for (auto& nom : LignesFichier(index)) {
+            if (nom.empty()) continue;
+            if (EstDate(nom) && e.exempleDate.empty()) {
+                const auto valeurs = LignesFichier(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(nom, ".txt")));
+                if (!valeurs.empty()) e.exempleDate = valeurs[0];
+            }
+            e.variables.push_back(std::move(nom));
+        }
+    }
+    return e;
+}
+
+std::string TexteInstructionsVariables() {
+    return Joindre("  Cochez à gauche les variables que vous souhaitez voir affichées"_cp, "\r\n",
+                   "dans la barre de titre de navigation pour chaque section."_cp, "\r\n",
+                   "  Sélectionnez à droite"_cp, "une seule variable à retenir"_cp, "\r\n",
+                   "pour la mise en contraste de partitions."_cp);
+}
+
+void LireDecoupageDate(std::string_view r, int& debut, int& longueur) {
+    if (r.find_first_not_of("0123456789-") != std::string_view::npos)
+        throw FinProgramme(std::string("Vous ne devez saisir que des chiffres. Recommencez"_cp));
+    if (r.find('-') == std::string_view::npos)
+        throw FinProgramme(std::string("Vous devez séparer les deux rubriques de votre réponse par un tiret. Recommencez"_cp));
+    const auto morceaux = Decouper(r, "-");
+    const long long d = std::min(ValeurEntiere(morceaux[0]), 1000000LL);
+    const long long n = std::min(ValeurEntiere(morceaux[1]), 1000000LL);
+    if (n == 0)
+        throw FinProgramme(std::string("Le nombre de caractères pertinents ne peut être égal à zéro. Recommencez"_cp));
+    if (d < 1)
+        throw ErreurExecution(std::string("Découpage de la date impossible : le premier caractère doit être au moins 1"_cp));
+    debut = static_cast<int>(d);
+    longueur = static_cast<int>(n);
+}
+
+void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogue) {
+    // Partitions and their shares.
+    const auto cumuls = LignesFichier(e.PATH_INDEX / "LONPARTS_M.txt");
+    if (static_cast<long long>(cumuls.size()) > MAX_PARTITIONS)
+        LimiteDepassee("MAX_PARTITIONS", MAX_PARTITIONS, "partitions dans le corpus");
+    e.NB_PARTS = static_cast<long long>(cumuls.size());
+    const auto n = static_cast<std::size_t>(e.NB_PARTS) + 1;
+    e.CUMUL_MOTS.assign(n, 0);
+    e.LONG_PART.assign(n, 0);
+    e.PART_CORPUS.assign(n, 0.0);
+    for (std::size_t p = 1; p < n; ++p) {
+        e.CUMUL_MOTS[p] = ValeurEntiere(cumuls[p - 1]);
+        e.LONG_PART[p] = e.CUMUL_MOTS[p] - e.CUMUL_MOTS[p - 1];
+    }
+    e.NB_MOTS = e.NB_PARTS > 0 ? e.CUMUL_MOTS[n - 1] : 0;
+    for (std::size_t p = 1; p < n; ++p)
+        e.PART_CORPUS[p] = e.NB_MOTS > 0 ? static_cast<double>(e.LONG_PART[p]) / static_cast<double>(e.NB_MOTS) : 0.0;
+
+    auto valeurs = [&](int v) {
+        auto lignes = LignesFichier(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(e.variables[static_cast<std::size_t>(v)], ".txt")));
+        lignes.resize(n - 1);
+        return lignes;
+    };
+    auto verifier = [&](int v) {
+        if (v < 0 || v >= static_cast<int>(e.variables.size()))
+            throw ErreurExecution(Joindre("Variable inconnue : n° "_cp, Nombre(v)));
+    };
+
+    // Titles: a title variable goes in front, the others behind, each as "name=value ||| ".
+    e.TITRE_PART.assign(n, std::string());
+    std::vector<int> titres = choix.titres;
+    std::sort(titres.begin(), titres.end());
+    titres.erase(std::unique(titres.begin(), titres.end()), titres.end());
+    for (const int v : titres) {
+        verifier(v);
+        const std::string& nom = e.variables[static_cast<std::size_t>(v)];
+        const auto vals = valeurs(v);
+        for (std::size_t p = 1; p < n; ++p) {
+            const std::string& val = vals[p - 1];
+            std::string morceau = Joindre(nom, "=", val.empty() ? std::string_view("?") : std::string_view(val), " ||| ");
+            if (EstTitre(nom)) e.TITRE_PART[p] = morceau + e.TITRE_PART[p];
+            else e.TITRE_PART[p] += morceau;
+        }
+    }
+    for (std::size_t p = 1; p < n; ++p) {
+        std::string& t = e.TITRE_PART[p];
+        t = Joindre(Nombre(static_cast<long long>(p)), ". ", t);
+        t.resize(t.size() - (t.ends_with("||| ") ? 5 : 1));
+    }
+
+    // Contrast classes.
+    e.NB_CLASSES = 0;
+    e.VALEUR_CLASSE.assign(1, std::string());
+    e.LONG_CLASSE.assign(1, 0);
+    e.PARTITIONS_CLASSE.assign(1, {});
+    e.CLASSE_PART.assign(n, 0);
+    e.texteContraste.clear();
+    e.variableContraste.clear();
+    e.DATE_DEBUT = e.DATE_LONG = 0;
+    if (choix.contraste) {
+        const int v = *choix.contraste;
+        verifier(v);
+        const std::string& nom = e.variables[static_cast<std::size_t>(v)];
+        e.variableContraste = nom;
+        bool coupe = false;
+        if (EstDate(nom)) {
+            const auto r = dialogue.Demander(
+                Joindre("Quelle partie de la date est-elle à prendre en compte ? Le format de date est : "_cp, e.exempleDate,
+                        ". Inscrivez le n° du 1er caractère  "_cp,
+                        "pertinent, un tiret puis le nombre de caractères à retenir."_cp),
+                "DATE", "1-4");
+            LireDecoupageDate(r.value_or(""), e.DATE_DEBUT, e.DATE_LONG);
+            coupe = true;
+        }
+        const auto vals = valeurs(v);
+        std::unordered_map<std::string, int> classes;
+        for (std::size_t p = 1; p < n; ++p) {
+            std::string val = vals[p - 1];
+            if (coupe) {
+                const auto d = static_cast<std::size_t>(e.DATE_DEBUT - 1);
+                val = d < val.size() ? val.substr(d, static_cast<std::size_t>(e.DATE_LONG)) : std::string();
+            }
+            auto [it, nouvelle] = classes.emplace(val, e.NB_CLASSES + 1);
+            if (nouvelle) {
+                if (e.NB_CLASSES >= MAX_CLASSES) LimiteDepassee("MAX_CLASSES", MAX_CLASSES, "classes de contraste");
+                ++e.NB_CLASSES;
+                e.VALEUR_CLASSE.push_back(val);
+                e.LONG_CLASSE.push_back(0);
+                e.PARTITIONS_CLASSE.emplace_back();
+            }
+            e.LONG_CLASSE[static_cast<std::size_t>(it->second)] += e.LONG_PART[p];
+            e.PARTITIONS_CLASSE[static_cast<std::size_t>(it->second)].push_back(static_cast<long long>(p));
+            e.CLASSE_PART[p] = it->second;
+        }
+        if (nom == "DATE") {
+            // Only the upper-case name sorts its classes, by value as plain text.
+            std::vector<int> ordre(static_cast<std::size_t>(e.NB_CLASSES));
+            for (int c = 0; c < e.NB_CLASSES; ++c) ordre[static_cast<std::size_t>(c)] = c + 1;
+            std::stable_sort(ordre.begin(), ordre.end(), [&](int a, int b) {
+                return e.VALEUR_CLASSE[static_cast<std::size_t>(a)] < e.VALEUR_CLASSE[static_cast<std::size_t>(b)];
+            });
+            std::vector<int> rang(static_cast<std::size_t>(e.NB_CLASSES) + 1);
+            auto valeursTriees = e.VALEUR_CLASSE;
+            auto longueurs = e.LONG_CLASSE;
+            auto partitions = e.PARTITIONS_CLASSE;
+            for (int r = 1; r <= e.NB_CLASSES; ++r) {
+                const auto ancien = static_cast<std::size_t>(ordre[static_cast<std::size_t>(r - 1)]);
+                rang[ancien] = r;
+                valeursTriees[static_cast<std::size_t>(r)] = e.VALEUR_CLASSE[ancien];
+                longueurs[static_cast<std::size_t>(r)] = e.LONG_CLASSE[ancien];
+                partitions[static_cast<std::size_t>(r)] = e.PARTITIONS_CLASSE[ancien];
+            }
+            e.VALEUR_CLASSE = std::move(valeursTriees);
+            e.LONG_CLASSE = std::move(longueurs);
+            e.PARTITIONS_CLASSE = std::move(partitions);
+            for (std::size_t p = 1; p < n; ++p) e.CLASSE_PART[p] = rang[static_cast<std::size_t>(e.CLASSE_PART[p])];
+        }
+        e.texteContraste = Joindre(nom, "\r\n");
+    }
+    e.PART_CLASSE.assign(static_cast<std::size_t>(e.NB_CLASSES) + 1, 0.0);
+    for (int c = 1; c <= e.NB_CLASSES; ++c)
+        e.PART_CLASSE[static_cast<std::size_t>(c)] =
+            e.NB_MOTS > 0 ? static_cast<double>(e.LONG_CLASSE[static_cast<std::size_t>(c)]) / static_cast<double>(e.NB_MOTS) : 0.0;
+
+    // Short titles for the navigator.
+    e.TITRE_COURT.assign(n, std::string());
+    const auto court = e.PATH_INDEX / "METADONNEES_QORX" / "TITRE_COURT.txt";
+    std::vector<std::string> courts;
+    if (FichierExiste(court)) courts = LignesFichier(court);
+    e.titresCourts.clear();
+    for (std::size_t p = 1; p < n; ++p) {
+        e.TITRE_COURT[p] = FichierExiste(court) ? (p - 1 < courts.size() ? courts[p - 1] : std::string())
+                                                : Nombre(static_cast<long long>(p));
+        if (p == 1 || e.TITRE_COURT[p] != e.TITRE_COURT[p - 1]) e.titresCourts.push_back(e.TITRE_COURT[p]);
+    }
+}
+
+void OperationOuvrirCorpus(Contexte& ctx) {
+    const auto choix = ctx.dialogue.ChoisirFichier("Ouvrir le répertoire"_cp, "Text files (*.TXT)|*.TXT"_cp);
+    if (!choix || choix->empty()) return;
+    EtatCorpus etat = OuvrirCorpus(*choix);
+    ctx.dialogue.Afficher(TexteInstructionsVariables());
+    ChoixVariables c;
+    for (std::size_t v = 0; v < etat.variables.size(); ++v) {
+        const auto r = ctx.dialogue.Demander(Joindre(etat.variables[v], " : afficher dans la barre de titre (O/N) ?"_cp),
+                                             "choix et affichage des méta-données"_cp, "N");
+        if (r && *r == "O") c.titres.push_back(static_cast<int>(v));
+    }
+    const auto r = ctx.dialogue.Demander("Variable retenue pour la mise en contraste de partitions (vide : aucun critère) ?"_cp,
+                                         "choix et affichage des méta-données"_cp, "");
+    if (r && !r->empty()) {
+        const auto it = std::find(etat.variables.begin(), etat.variables.end(), *r);
+        if (it == etat.variables.end()) throw ErreurExecution(Joindre("Variable inconnue : "_cp, *r));
+        c.contraste = static_cast<int>(it - etat.variables.begin());
+    }
+    ValiderCorpus(etat, c, ctx.dialogue);
+    std::string texte = Joindre(Nombre(etat.NB_PARTS), " partitions, "_cp, Nombre(etat.NB_MOTS), " occurrences."_cp);
+    if (c.contraste) {
+        texte += Joindre("\r\n", etat.texteContraste);
+        for (int k = 1; k <= etat.NB_CLASSES; ++k)
+            texte += Joindre(etat.VALEUR_CLASSE[static_cast<std::size_t>(k)], "\t",
+                             Nombre(etat.LONG_CLASSE[static_cast<std::size_t>(k)]), "\r\n");
+    }
+    ctx.dialogue.Resultat(texte);
+}
+
+}  // namespace telvoris

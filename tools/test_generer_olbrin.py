@@ -1,0 +1,85 @@
+#!/usr/bin/env python3
+"""Tests of the mapping of tools/generer_olbrin.py (run by ctest)."""
+import os
+import sys
+import unittest
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import generer_olbrin as g  # noqa: E402
+
+
+def cp(texte):
+    return texte.encode("cp1252")
+
+
+class CodesDeLemme(unittest.TestCase):
+    def test_codes(self):
+        self.assertEqual(g.lemme_code(b"chevaux", b"cheval"), b"2l")
+        self.assertEqual(g.lemme_code(b"aimait", b"aimer"), b"3er")
+        self.assertEqual(g.lemme_code(b"table", b"table"), b"")
+        # The form is a beginning of the lemma: nothing is cut.
+        self.assertEqual(g.lemme_code(b"porte", b"porter"), b"0r")
+        self.assertEqual(g.lemme_code(b"est", cp("être")), cp("3être"))
+        self.assertEqual(g.lemme_code(b"des", b"de"), b"1")
+        self.assertEqual(g.lemme_code(b"yeux", cp("oeil")), cp("4oeil"))
+        self.assertEqual(g.lemme_reste(b"x4", b"4x4"), b"4x4")
+
+    def test_pliage_et_classes(self):
+        self.assertEqual(g.plier(cp("ÉCOSSE Œuvre")), cp("écosse œuvre"))
+        self.assertEqual(g.classe_initiale(cp("zèbre")), 11)
+        self.assertEqual(g.classe_initiale(cp("œuf")), 15)
+        self.assertEqual(g.classe_initiale(cp("ûber")), 0)
+        self.assertEqual(g.classe_initiale(b"12"), 0)
+        self.assertEqual(g.en_cp1252("aujourd\u2019hui"), b"aujourd'hui")
+        self.assertIsNone(g.en_cp1252("ŝ"))
+
+    def test_etiquettes(self):
+        self.assertEqual(g.nettoyer(":V1_it_q__a:Ip:Sp:1s:3s/*"), ["V1_it_q__a", "Ip", "Sp", "1s", "3s"])
+        self.assertEqual(g.nettoyer(":V1_it_q__a:If:3p!;É/M"), ["V1_it_q__a", "If", "3p"])
+        self.assertEqual(g.nettoyer(":MP:e:i#C"), ["MP", "e", "i"])
+
+
+class Fusions(unittest.TestCase):
+    def test_personnes_et_temps(self):
+        # aime: 1s 3s present indicative and subjunctive, 2s imperative.
+        self.assertEqual(g.flexions_verbe({(1, "a"), (3, "a"), (1, "e"), (3, "e"), (2, "i")}), ["8k", "2i"])
+        # finis: 1s 2s present and simple past, 2s imperative.
+        self.assertEqual(g.flexions_verbe({(1, "a"), (2, "a"), (1, "c"), (2, "c"), (2, "i")}), ["7j", "2i"])
+        # Only exact merges: 1a and 3e stay apart.
+        self.assertEqual(g.flexions_verbe({(1, "a"), (3, "e")}), ["1a", "3e"])
+        self.assertEqual(g.flexions_verbe({(6, "a"), (6, "e"), (6, "g")}), ["6t"])
+        self.assertEqual(g.flexions_verbe({(3, "b")}), ["3b"])
+        self.assertEqual(g.resumer_temps("aceig"), ["t", "c", "i"])
+
+    def test_genre_et_nombre(self):
+        self.assertEqual(g.resumer_genre_nombre(g.deplier("e", "i")), ["xx"])
+        self.assertEqual(g.resumer_genre_nombre(g.deplier("e", "s")), ["xs"])
+        self.assertEqual(g.resumer_genre_nombre(g.deplier("m", "i")), ["mx"])
+        self.assertEqual(g.resumer_genre_nombre({("m", "s"), ("f", "s"), ("f", "p")}), ["xs", "fp"])
+        self.assertEqual(g.resumer_genre_nombre(set()), [])
+
+    def test_lectures_d_une_forme(self):
+        verbe = g.Lemme()
+        verbe.finies = {(1, "a"), (3, "a"), (1, "e"), (3, "e"), (2, "i")}
+        nom = g.Lemme()
+        nom.noms = {("f", "s")}
+        self.assertEqual(g.lectures_forme(b"porte", {b"porte": nom, b"porter": verbe}, False),
+                         [".SF:s", "0r.V:8k", "0r.V:2i"])
+        # Noun and adjective readings of one lemma become one R reading.
+        rouge = g.Lemme()
+        rouge.noms = {("m", "s")}
+        rouge.adjectifs = g.deplier("e", "s")
+        self.assertEqual(g.lectures_forme(b"rouge", {b"rouge": rouge}, True), [".R:xs", ".N"])
+        # Participles of one lemma are joined by "+"; an invariable one is yms.
+        pris = g.Lemme()
+        pris.participes = g.deplier("m", "i")
+        self.assertEqual(g.lectures_forme(b"pris", {b"prendre": pris}, False), ["2endre.V:ymx"])
+        tout = g.Lemme()
+        tout.participes = g.deplier("e", "i")
+        self.assertEqual(g.lectures_forme(b"vu", {b"voir": tout}, False), ["1oir.V:ymx+yfs+yfp"])
+        # Fixed function words: the contracted article with the lemma of the article it holds.
+        self.assertEqual(g.lectures_forme(b"du", {b"du": g.Lemme()}, False), ["1e.BX", "2le.DÂ:ms", ".DMS:ms"])
+
+
+if __name__ == "__main__":
+    unittest.main()
