@@ -23,7 +23,7 @@ struct HachageTexte {
             h ^= h >> 29;
         }
         std::uint64_t reste = 0;
-        std::memcpy(&reste, s.data() + i, s.size() - i);
+        if (i < s.size()) std::memcpy(&reste, s.data() + i, s.size() - i);
         h = (h ^ reste) * kMul;
         h ^= h >> 32;
         return static_cast<std::size_t>(h);

@@ -4,6 +4,7 @@
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
+#include "core/hachage.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 
@@ -19,22 +20,7 @@ std::size_t IndiceCasier(CleMot cle) {
     return static_cast<std::size_t>(cle.ClasseInitiale) * kClassesLongueur + static_cast<std::size_t>(cle.ClasseLongueur);
 }
 
-std::uint64_t Hacher(std::string_view s) {
-    constexpr std::uint64_t kMul = 0x9E3779B97F4A7C15ULL;
-    std::uint64_t h = s.size() * kMul;
-    std::size_t i = 0;
-    for (; i + 8 <= s.size(); i += 8) {
-        std::uint64_t w;
-        std::memcpy(&w, s.data() + i, 8);
-        h = (h ^ w) * kMul;
-        h ^= h >> 29;
-    }
-    std::uint64_t reste = 0;
-    if (i < s.size()) std::memcpy(&reste, s.data() + i, s.size() - i);
-    h = (h ^ reste) * kMul;
-    h ^= h >> 32;
-    return h;
-}
+std::uint64_t Hacher(std::string_view s) { return HachageTexte{}(s); }
 
 std::string TexteCasier(CleMot cle) {
     return Joindre("le casier ("_cp, std::to_string(cle.ClasseLongueur), ", "_cp,
