@@ -9,16 +9,14 @@
 
 #include "core/contexte.hpp"
 #include "core/liste_textes.hpp"
+#include "lexicon/dictionnaire.hpp"
 #include "pipeline/listes.hpp"
 
 namespace telvoris {
 
 inline constexpr std::size_t MAX_ELIDES = 100;
 inline constexpr std::size_t MAX_POSTCLITIQUES = 60;
-inline constexpr std::size_t MAX_PREFIXES = 100;
-inline constexpr std::size_t MAX_ABREVIATIONS_CASE = 1000;
 inline constexpr std::size_t MAX_DOMAINES_CLASSE = 100;
-inline constexpr std::size_t MAX_FORMES_CASE = 10000;
 inline constexpr std::size_t MAX_COURTS_FREQUENTS_CASE = 100;
 inline constexpr std::size_t MAX_AVANT_APOSTROPHE = 100;
 inline constexpr std::size_t MAX_AUTOUR_APOSTROPHE = 1000;
@@ -29,9 +27,9 @@ struct ListesSegmentation {
     ListePlate Elides{"MAX_ELIDES", MAX_ELIDES};
     ListePlate Postclitiques{"MAX_POSTCLITIQUES", MAX_POSTCLITIQUES};
     ListePlate Prefixes{"MAX_PREFIXES", MAX_PREFIXES};
-    ListeCasiers Abreviations{"MAX_ABREVIATIONS_CASE", MAX_ABREVIATIONS_CASE};
+    ListeCasiers Abreviations{"MAX_ABREVIATIONS_CASIER", MAX_ABREVIATIONS_CASIER};
     ListeCasiers DomainesExt{"MAX_DOMAINES_CLASSE", MAX_DOMAINES_CLASSE, ListeCasiers::Cle::InitialeSeule};
-    ListeCasiers FormesDico{"MAX_FORMES_CASE", MAX_FORMES_CASE};
+    ListeCasiers FormesDico{"MAX_FORMES_CASIER", MAX_FORMES_CASIER};
 };
 
 // Loads the lists from the resource tree whose root is `racine`. The files that no rule
