@@ -223,6 +223,20 @@ Resultat Analyser(const Matrice& m, int maxFacteurs) {
         }
     }
 
+    // Rounding leaves values of about 1e-17 where the exact result is 0 (an item at the centroid,
+    // on an axis of symmetry); they are written as 0 rather than as long strings of noise.
+    auto nettoyer = [](auto&& v) {
+        const double seuil = v.cwiseAbs().maxCoeff() * 1e-13;
+        for (Index i = 0; i < v.size(); ++i)
+            if (std::abs(v(i)) <= seuil) v(i) = 0;
+    };
+    for (Index f = 0; f < k; ++f) {
+        nettoyer(res.coordLignes.col(f));
+        nettoyer(res.coordColonnes.col(f));
+    }
+    nettoyer(res.dist2Lignes);
+    nettoyer(res.dist2Colonnes);
+
     res.contribLignes = r.asDiagonal() * res.coordLignes.cwiseAbs2() * res.valeurs.cwiseInverse().asDiagonal();
     res.contribColonnes = c.asDiagonal() * res.coordColonnes.cwiseAbs2() * res.valeurs.cwiseInverse().asDiagonal();
     // An item whose profile is the centroid has no direction: its squared cosines are 0.
@@ -240,7 +254,7 @@ std::string FormaterPoint(double x) {
     if (!std::isfinite(x)) return x != x ? "nan" : (x > 0 ? "inf" : "-inf");
     if (x == 0) return "0";
     const int e = static_cast<int>(std::floor(std::log10(std::abs(x))));
-    const int decimales = std::clamp(14 - e, 0, 40);
+    const int decimales = std::clamp(11 - e, 0, 40);
     char b[400];
     const auto r = std::to_chars(b, b + sizeof b, x, std::chars_format::fixed, decimales);
     std::string s(b, r.ptr);

@@ -50,7 +50,8 @@ struct Resultat {
 // degenerate and reported as such.
 Resultat Analyser(const Matrice& m, int maxFacteurs = FACTEURS_PAR_DEFAUT);
 
-// A number with a decimal point, up to 15 significant digits, never in exponent form.
+// A number with a decimal point, 12 significant digits (far beyond what the maps use, and short of
+// the last digits where rounding noise lies), never in exponent form.
 std::string FormaterPoint(double x);
 
 struct Sorties {
