@@ -42,6 +42,7 @@ mesurer() {  # $1: corpus folder, $2: label
         /usr/bin/time -v -o "$mesure.$lieu.index$i.time" "$exe" Form1.smn_idx --ressources "$ress" \
             -r N -r "$racine/REPERTOIRE.txt" >/dev/null
     done
+    sync  # the queries do not compete with the writing back of the new tree
     # The form whose count is the highest at or below 2,000, and an absent one for the opening alone.
     forme=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | awk -F'\t' '$1 <= 2000 { print $2; exit }' \
         | iconv -f CP1252 -t UTF-8)

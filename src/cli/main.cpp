@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/afc.hpp"
 #include "cli/dialogue_terminal.hpp"
 #include "cli/verifier_ressources.hpp"
 #include "cli/requete.hpp"
@@ -16,6 +17,7 @@
 #include "core/texte.hpp"
 #include "shell/operations.hpp"
 #include "shell/ressources.hpp"
+#include "stats/afc_lancement.hpp"
 
 namespace fs = std::filesystem;
 using namespace telvoris;
@@ -33,6 +35,9 @@ void Usage(std::ostream& os) {
           "  telvoris OPERATION [--ressources DOSSIER] [--reponse TEXTE]... [--horloge \"AAAA-MM-JJ HH:MM:SS\"]\n"
           "      exécute une opération (smn_seg, smn_idx, ...) ; chaque --reponse (-r) répond à la\n"
           "      question suivante, boîte de saisie ou choix de fichier, dans l'ordre où l'opération les pose\n"
+          "      --attendre : smn_afc attend la fin du solveur et finalise ses fichiers dans la foulée\n"
+          "  telvoris finaliser-afc DOSSIER\n"
+          "      finalise les résultats d'une AFC dont le solveur a terminé (bouton « FINALISATION DES FICHIERS »)\n"
           "  telvoris requete LISTE.txt [options]\n"
           "      une requête sur un corpus indexé (Form1.smn_idx) : concordance, distribution, co-occurrents\n";
 }
@@ -67,6 +72,7 @@ int main(int argc, char** argv) {
         return kFait;
     }
     if (commande == "liste") return Liste();
+    if (commande == "finaliser-afc") return CommandeFinaliserAfc(argc, argv);
     if (commande == "verifier-ressources") return CommandeVerifierRessources(argc, argv);
     if (commande == "requete") return LancerCommandeRequete(argc, argv);
 
@@ -92,6 +98,8 @@ int main(int argc, char** argv) {
             auto v = valeur();
             if (!v) { std::cerr << a << " attend un texte\n"; return kUsage; }
             reponses.push_back(*v);
+        } else if (a == "--attendre") {
+            OptionsLancementAfc().attendre = true;
         } else if (a == "--horloge") {
             auto v = valeur();
             if (!v || !(horlogeFixe = LireInstant(*v))) {

@@ -196,6 +196,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
         }
     }
     if (p.micro) {
+        texte += Joindre("\r\n", Nombre(r.NB_COOC), " co-occurrents relevés"_cp, "\r\n");
         texte += Joindre("\r\n", "co-occurrents (formes) : écart réduit, occurrences, forme"_cp, "\r\n",
                          ListeCooccurrents(etat, r, false));
         texte += Joindre("\r\n", "co-occurrents (lemmes) : écart réduit, occurrences, lemme"_cp, "\r\n",

@@ -74,7 +74,10 @@ std::string TexteInfoRequete(const Requete& r) {
 }
 
 std::filesystem::path SauverConcordance(const EtatCorpus& etat, const Requete& r, bool triGauche, const Horloge& horloge) {
-    const std::string premiere = r.occ.empty() ? std::string() : r.occ[0].forme;
+    std::string premiere = r.occ.empty() ? std::string() : r.occ[0].forme;
+    // A form such as "1/2" must not name a sub-folder.
+    std::replace(premiere.begin(), premiere.end(), '/', '_');
+    std::replace(premiere.begin(), premiere.end(), '\\', '_');
     const auto chemin = Chemin(etat.PATH_INDEX / "SAUVEGARDES" / "CONCORDANCES", Joindre(premiere, "_", Horodater(horloge), ".txt"));
     EcrivainFichier f(chemin);
     for (const auto& l : LignesConcordance(r, triGauche)) f.Ligne(l);

@@ -51,6 +51,7 @@ std::unique_ptr<TableIndex> LireTableIndex(const std::filesystem::path& fichier)
 }
 
 long long EtatCorpus::PartitionDe(long long position) const {
+    if (CUMUL_MOTS.size() < 2) return 0;
     const auto it = std::lower_bound(CUMUL_MOTS.begin() + 1, CUMUL_MOTS.end(), position);
     if (it == CUMUL_MOTS.end()) return NB_PARTS;
     return static_cast<long long>(it - CUMUL_MOTS.begin());
@@ -85,7 +86,7 @@ EtatCorpus OuvrirCorpus(const std::filesystem::path& liste) {
     if (FichierExiste(index)) {
         for (auto& nom : LignesFichier(index)) {
             if (nom.empty()) continue;
-            if (EstDate(nom) && e.exempleDate.empty()) {
+            if (EstDate(nom)) {
                 const auto valeurs = LignesFichier(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(nom, ".txt")));
                 if (!valeurs.empty()) e.exempleDate = valeurs[0];
             }
@@ -246,10 +247,11 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
     e.TITRE_COURT.assign(n, std::string());
     const auto court = e.PATH_INDEX / "METADONNEES_QORX" / "TITRE_COURT.txt";
     std::vector<std::string> courts;
-    if (FichierExiste(court)) courts = LignesFichier(court);
+    const bool avecCourts = FichierExiste(court);
+    if (avecCourts) courts = LignesFichier(court);
     e.titresCourts.clear();
     for (std::size_t p = 1; p < n; ++p) {
-        e.TITRE_COURT[p] = FichierExiste(court) ? (p - 1 < courts.size() ? courts[p - 1] : std::string())
+        e.TITRE_COURT[p] = avecCourts ? (p - 1 < courts.size() ? courts[p - 1] : std::string())
                                                 : Nombre(static_cast<long long>(p));
         if (p == 1 || e.TITRE_COURT[p] != e.TITRE_COURT[p - 1]) e.titresCourts.push_back(e.TITRE_COURT[p]);
     }

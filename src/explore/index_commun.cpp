@@ -89,6 +89,24 @@ void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view co
     if (::close(fd) != 0) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }
 
+bool LirePetitFichier(const std::filesystem::path& chemin, std::string& contenu) {
+    contenu.clear();
+    const int fd = ::open(chemin.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return false;
+    char tampon[16384];
+    while (true) {
+        const ssize_t n = ::read(fd, tampon, sizeof tampon);
+        if (n < 0) {
+            ::close(fd);
+            throw ErreurExecution(Joindre("Lecture impossible du fichier : "_cp, TexteChemin(chemin)));
+        }
+        if (n == 0) break;
+        contenu.append(tampon, static_cast<std::size_t>(n));
+    }
+    ::close(fd);
+    return true;
+}
+
 std::string Nombre(long long v) {
     char t[24];
     const auto r = std::to_chars(t, t + sizeof t, v);

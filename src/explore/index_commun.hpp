@@ -54,6 +54,9 @@ std::filesystem::path CheminIndex(const std::filesystem::path& liste);
 // has tens of thousands of them (slices, display texts), so each costs only open, write, close.
 void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu);
 
+// Reads a small file in one call into `contenu`; false when it cannot be opened.
+bool LirePetitFichier(const std::filesystem::path& chemin, std::string& contenu);
+
 // Number to decimal text.
 std::string Nombre(long long v);
 

@@ -27,9 +27,7 @@ public:
         auto& t = tranches_[tranche];
         if (!t) {
             t = std::make_unique<Tranche>();
-            const auto f = dossier_ / (Nombre(tranche) + ".txt");
-            if (FichierExiste(f)) {
-                LireFichier(f, t->texte);
+            if (LirePetitFichier(dossier_ / (Nombre(tranche) + ".txt"), t->texte)) {
                 LigneJetons lj;
                 DecouperLigne(t->texte, lj, Copie::Exploration, TAILLE_TRANCHE * 2);
                 t->balises.assign(lj.jeton.begin() + 1, lj.jeton.end());
@@ -126,7 +124,7 @@ private:
             droiteLimitee_ = p_.cote != Cote::Gauche;
         }
         const std::string& s = p_.saisie;
-        if (s.empty()) return Refuser("Vous n'avez rien saisi dans le champ coché."_cp);
+        if (s.find_first_not_of(" \t\r\n") == std::string::npos) return Refuser("Vous n'avez rien saisi dans le champ coché."_cp);
         switch (p_.type) {
             case TypeSaisie::ListeFormes:
                 if (s.find('*') != std::string::npos)
@@ -410,6 +408,7 @@ private:
     // The left and right contexts of an occurrence, and its co-occurrents.
     void Contextes(std::size_t i) {
         Occurrence& o = r_.occ[i];
+        if (o.partition < 1 || o.partition > e_.NB_PARTS) return;
         const auto p = static_cast<std::size_t>(o.partition);
         const long long debut = e_.CUMUL_MOTS[p - 1] + 1, fin = e_.CUMUL_MOTS[p];
         const bool construire = r_.contextes;

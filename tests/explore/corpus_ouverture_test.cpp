@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/erreurs.hpp"
+#include "core/horloge.hpp"
 #include "core/liste_textes.hpp"
 #include "core/texte.hpp"
 #include "corpus_test.hpp"
@@ -135,6 +136,30 @@ TEST(OuvertureCorpus, TablesLuesAuBesoin) {
     EXPECT_EQ(t.Trouver("m1"), nullptr);
     EXPECT_EQ(&e.Table(DossierIndexe::Formes, CalculerCasier("m10")), &t);
     EXPECT_TRUE(e.Categories().lignes.empty());
+}
+
+}  // namespace
+}  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+TEST(OuvertureCorpus, OperationOuvrir) {
+    DossierTemporaire d;
+    const auto liste = Corpus(d.Chemin());
+    HorlogeFixe horloge({2026, 11, 21, 10, 0, 0});
+    test::DialogueScripte dialogue;
+    Contexte ctx{dialogue, horloge, test::RessourcesTest()};
+    // One prompt per variable for the titles, then the contrast variable, then the date cut.
+    dialogue.fichiers = {liste};
+    dialogue.reponses = {"N", "N", "O", "N", "DATE", "1-4"};
+    OperationOuvrirCorpus(ctx);
+    ASSERT_EQ(dialogue.messages.size(), 2u);
+    EXPECT_EQ(dialogue.messages[0], TexteInstructionsVariables());
+    EXPECT_EQ(dialogue.messages[1], "4 partitions, 10 occurrences.\r\nDATE\r\n2003\t6\r\n2005\t4\r\n");
+    dialogue.fichiers = {liste};
+    dialogue.reponses = {"N", "N", "N", "N", "AUTEUR"};
+    EXPECT_THROW(OperationOuvrirCorpus(ctx), ErreurExecution);
 }
 
 }  // namespace

@@ -252,3 +252,35 @@ TEST(IndexExploration, OperationEtIndexExistant) {
 
 }  // namespace
 }  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+TEST(IndexExploration, LignesAvantLaPremiereMetadonnee) {
+    // Lines in front of the first metadata line were never counted by the segment indexer: they
+    // give no token to the slices. A text without any metadata line is one empty partition.
+    DossierTemporaire d;
+    const auto o = d.Chemin() / "OLBRIN_TT";
+    const std::string sep = "<---------->";
+    test::Ecrire(o / "NB_PARTITIONS/sans.txt", "0");
+    test::Ecrire(o / "TEXTE_ETIQ/sans.txt", Lignes({sep, "<M k=1 f=Rien >Rien"}));
+    test::Ecrire(o / "LEXINDEX/sans.txt", Lignes({sep}));
+    test::Ecrire(o / "TEXTE_NU/sans.txt", Lignes({sep}));
+    test::Ecrire(o / "NB_PARTITIONS/avec.txt", "1");
+    test::Ecrire(o / "TEXTE_ETIQ/avec.txt",
+                 Lignes({sep, "<M k=1 f=Avant >Avant", "<QORX_ATTR A=x >", "<M k=1 f=oui >oui"}));
+    test::Ecrire(o / "LEXINDEX/avec.txt", Lignes({sep, "<M f=oui >\t1\t\"\"\""}));
+    test::Ecrire(o / "TEXTE_NU/avec.txt", Lignes({sep, "oui"}));
+    test::Ecrire(d.Chemin() / "L.txt", Lignes({"sans", "avec"}));
+    const auto x = Construire(d.Chemin() / "L.txt", true);
+    EXPECT_EQ(Lire(x / "TEXTE_ETIQUETE/1.txt"), "<M k=1 f=oui >");
+    EXPECT_EQ(Lire(x / "LONPARTS_M.txt"), Lignes({"0", "1"}));
+    EXPECT_EQ(Lire(x / "LEXINDEX/3k.txt"), "");
+    EXPECT_EQ(Lire(x / "LEXINDEX/3o.txt"), Lignes({"<M f=oui >\t1\t" + P(1)}));
+    EXPECT_EQ(Lire(x / "TEXTE_AFFICHE/1.txt"), "");
+    EXPECT_EQ(Lire(x / "TEXTE_AFFICHE/2.txt"), Lignes({"oui"}));
+    EXPECT_EQ(Lire(x / "METADONNEES_QORX/A.txt"), Lignes({"", "x"}));
+}
+
+}  // namespace
+}  // namespace telvoris

@@ -154,6 +154,8 @@ TEST_F(Requetes, SequencesListesEtLemmes) {
 TEST_F(Requetes, SaisiesRefusees) {
     ParametresRequete p;
     EXPECT_EQ(Refus(p), "Vous n'avez rien saisi dans le champ coché.");
+    p.saisie = "  ";
+    EXPECT_EQ(Refus(p), "Vous n'avez rien saisi dans le champ coché.");
     p.saisie = "ch*at";
     EXPECT_EQ(Refus(p), "Il ne doit pas figurer d'astérisque ailleurs qu'en début ou en fin de saisie");
     p.saisie = "chat";
@@ -274,6 +276,18 @@ TEST(RequeteSeuil, DeuxMilleCinqCents) {
     EXPECT_TRUE(r.contextes);
     EXPECT_EQ(LignesConcordance(r, false).size(), 2500u);
     EXPECT_EQ(r.occ[2499].pos, 2500);
+    // Equal right contexts keep the order of their positions; a page holds 39 lines.
+    std::size_t egales = 0;
+    for (std::size_t n = 1; n < r.ORDRE_DROIT.size(); ++n) {
+        const auto a = r.ORDRE_DROIT[n - 1], b = r.ORDRE_DROIT[n];
+        if (r.occ[a].droite != r.occ[b].droite) continue;
+        ++egales;
+        EXPECT_LT(r.occ[a].pos, r.occ[b].pos);
+    }
+    EXPECT_GT(egales, 2400u);
+    const std::string page = PageConcordance(r, false, 100);
+    EXPECT_EQ(std::count(page.begin(), page.end(), '\n'), 38);
+    EXPECT_EQ(page.size(), 39u * 137 + 38 * 2);
     p.saisie = "y";
     ASSERT_TRUE(LancerRequete(etat, p, r, dialogue));
     ASSERT_EQ(dialogue.messages.size(), 1u);
