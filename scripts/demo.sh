@@ -40,3 +40,9 @@ build/telvoris smn_p2 -r 1 -r 2 -r O -r O -r O -r O -r O -r O \
 echo
 echo "Projection des facteurs 1 et 2 : $macro/ECRETEE/coli_PROJ12.txt"
 head -n 12 $macro/ECRETEE/coli_PROJ12.txt | iconv -f CP1252 -t UTF-8
+echo
+
+# Exploration: the index of the tagged corpus, then a query with its concordance and its
+# distribution over the articles.
+build/telvoris Form1.smn_idx -r N -r $presse/REPERTOIRE.txt -r O
+build/telvoris requete $presse/REPERTOIRE.txt --forme "port*" --concordance --macro
