@@ -11,6 +11,7 @@
 #include "intake/presse.hpp"
 #include "pipeline/automate.hpp"
 #include "pipeline/indexeur.hpp"
+#include "pipeline/levee.hpp"
 #include "pipeline/marquage_composes.hpp"
 #include "pipeline/segmenteur.hpp"
 #include "stats/afc_lancement.hpp"
@@ -28,6 +29,8 @@ const std::array kOperations = {
     Operation{"smn_cmp", "Form2", "&Etablissement"_cp, "Composés"_cp, &OperationComposes},
     Operation{"smn_aup", "Form2", "&Etablissement"_cp, "Passe automatique"_cp, &OperationPasseAutomatique},
     Operation{"smn_idx", "Form2", "&Etablissement"_cp, "Réindexer"_cp, &OperationReindexation},
+    Operation{"smn_lev", "Form2", "&Etablissement"_cp, "Levée simples ambigus"_cp, &OperationLeveeSimples},
+    Operation{"smn_lca", "Form2", "&Etablissement"_cp, "Levée composés ambigus"_cp, &OperationLeveeComposes},
     Operation{"smn_idx", "Form1", "&Fichier"_cp, "Indexer"_cp, &OperationIndexExploration},
     Operation{"smn_op", "Form1", "&Fichier"_cp, "&Ouvrir"_cp, &OperationOuvrirCorpus},
     Operation{"smn_lx", "Form3", "&Relevés"_cp, "Lexique"_cp, &OperationLexique},
