@@ -1,10 +1,7 @@
 // End-to-end runs of the telvoris command on fixture corpora.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <array>
-#include <cstdio>
-
+#include "lancer.hpp"
 #include "support/support.hpp"
 
 namespace telvoris {
@@ -15,36 +12,8 @@ using test::Lignes;
 using test::Lire;
 namespace fs = std::filesystem;
 
-struct Execution {
-    int statut = -1;
-    std::string sortie;  // stdout
-    std::string erreurs; // stderr
-};
-
-std::string Citer(const std::string& s) {
-    std::string r = "'";
-    for (char c : s) {
-        if (c == '\'') r += "'\\''";
-        else r += c;
-    }
-    return r + "'";
-}
-
-Execution Lancer(const std::vector<std::string>& arguments) {
-    DossierTemporaire d;
-    std::string commande = Citer(TELVORIS_EXE);
-    for (const auto& a : arguments) commande += " " + Citer(a);
-    commande += " </dev/null 2>" + Citer((d.Chemin() / "err").string());
-    Execution e;
-    FILE* p = popen(commande.c_str(), "r");
-    std::array<char, 4096> tampon;
-    std::size_t n;
-    while ((n = fread(tampon.data(), 1, tampon.size(), p)) > 0) e.sortie.append(tampon.data(), n);
-    const int s = pclose(p);
-    e.statut = WIFEXITED(s) ? WEXITSTATUS(s) : -1;
-    e.erreurs = Lire(d.Chemin() / "err");
-    return e;
-}
+using test::Execution;
+using test::Lancer;
 
 const std::string kRessources = test::RessourcesTest().string();
 const std::string kHorloge = "2026-11-21 10:00:00";
