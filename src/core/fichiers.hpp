@@ -80,6 +80,17 @@ private:
     std::string tampon_;
 };
 
+// Calls f(ligne) for each non-empty line of a whole file, read into `tampon` (which the caller
+// reuses from file to file).
+template <class F>
+void PourChaqueLigneNonVide(const fs::path& fichier, std::string& tampon, F&& f) {
+    LireFichier(fichier, tampon);
+    LecteurLignes lecteur(tampon);
+    std::string_view ligne;
+    while (lecteur.Suivante(ligne))
+        if (!ligne.empty()) f(ligne);
+}
+
 // Writes a whole file in one go.
 void EcrireFichier(const fs::path& chemin, std::string_view contenu);
 

@@ -87,14 +87,10 @@ void ChargerComposes(TableComposes& table, const std::filesystem::path& racine) 
     for (int mots = MAX_MOTS_COMPOSE; mots >= MIN_MOTS_COMPOSE; --mots) {
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
             const fs::path fichier = FichierCasier(racine, DOSSIER_COMPOSES_NAMB, mots, c);
-            LireFichier(fichier, contenu);
             const std::string source = TexteChemin(fichier);
-            LecteurLignes lecteur(contenu);
-            std::string_view ligne;
-            while (lecteur.Suivante(ligne)) {
-                if (ligne.empty()) continue;
+            PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
                 table.AjouterLigne(ligne, source);
-            }
+            });
         }
     }
 }

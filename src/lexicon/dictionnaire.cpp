@@ -219,14 +219,10 @@ void ChargerChampGauche(TableFormes& table, const fs::path& racine, std::string_
     std::string contenu;
     PourChaqueCasier([&](int l, int c) {
         const fs::path fichier = FichierCasier(racine, dossier, l, c);
-        LireFichier(fichier, contenu);
         const std::string source = TexteChemin(fichier);
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            if (ligne.empty()) continue;
+        PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
             table.Ajouter({l, c}, ligne.substr(0, ligne.find('\t')), origine, source);
-        }
+        });
     });
 }
 
@@ -282,14 +278,10 @@ void ChargerEtrangers(TableFormes& table, const fs::path& racine) {
     std::string contenu;
     PourChaqueCasier([&](int l, int c) {
         const fs::path fichier = Chemin(racine, Joindre(DOSSIER_ETRANGERS, "/", NomFichierEtrangers(l, c)));
-        LireFichier(fichier, contenu);
         const std::string source = TexteChemin(fichier);
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            if (ligne.empty()) continue;
+        PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
             table.Ajouter(classe_mot(ligne), ligne, Origine::ETR, source);
-        }
+        });
     });
 }
 
@@ -337,16 +329,12 @@ void ChargerTableCorrections(TableCorrections& table, const fs::path& racine) {
     std::string contenu;
     PourChaqueCasier([&](int l, int c) {
         const fs::path fichier = FichierCasier(racine, DOSSIER_RESCOR, l, c);
-        LireFichier(fichier, contenu);
         const std::string source = TexteChemin(fichier);
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            if (ligne.empty()) continue;
+        PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
             const std::size_t tab = ligne.find('\t');
             const std::string_view droite = tab == std::string_view::npos ? std::string_view{} : ligne.substr(tab + 1);
             table.Ajouter(ligne.substr(0, tab), droite.substr(0, droite.find('\t')), source);
-        }
+        });
     });
 }
 
@@ -385,16 +373,13 @@ void ChargerTableAbreviations(TableMots& table, const fs::path& racine) {
 }
 
 std::vector<std::string> LireListeBornee(const fs::path& fichier, std::string_view nomLimite, std::size_t max) {
-    const std::string contenu = LireFichier(fichier);
+    std::string contenu;
     std::vector<std::string> lignes;
-    LecteurLignes lecteur(contenu);
-    std::string_view ligne;
-    while (lecteur.Suivante(ligne)) {
-        if (ligne.empty()) continue;
+    PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
         if (max != 0 && lignes.size() >= max)
             LimiteDepassee(nomLimite, static_cast<long long>(max), Joindre("lignes dans "_cp, TexteChemin(fichier)));
         lignes.emplace_back(ligne);
-    }
+    });
     return lignes;
 }
 

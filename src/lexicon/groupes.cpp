@@ -72,15 +72,12 @@ void GroupesContexte::Vider() {
 
 void ChargerGroupesContexte(GroupesContexte& table, const std::filesystem::path& racine) {
     table.Vider();
+    std::string contenu;
     for (int type = 1; type <= 3; ++type) {
         static constexpr std::string_view kFichiers[] = {"preverb.txt", "prenom.txt", "prevernom.txt"};
         const fs::path fichier = FichierUtilitaire(racine, kFichiers[type - 1]);
-        const std::string contenu = LireFichier(fichier);
         const std::string source = TexteChemin(fichier);
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            if (ligne.empty()) continue;
+        PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
             const auto champs = Decouper(ligne, "\t");
             auto champ = [&](std::size_t n) { return n <= champs.size() ? std::string(champs[n - 1]) : std::string(); };
             GroupeContexte g;
@@ -97,7 +94,7 @@ void ChargerGroupesContexte(GroupesContexte& table, const std::filesystem::path&
                 g.valeur_classe = champ(4);
             }
             table.Ajouter(g, source);
-        }
+        });
     }
 }
 

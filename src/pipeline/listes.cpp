@@ -46,14 +46,5 @@ std::size_t ListeCasiers::Taille() const {
     return n;
 }
 
-std::vector<std::string> LireListe(const std::filesystem::path& fichier) {
-    const std::string contenu = LireFichier(fichier);
-    std::vector<std::string> lignes;
-    LecteurLignes lecteur(contenu);
-    std::string_view ligne;
-    while (lecteur.Suivante(ligne))
-        if (!ligne.empty()) lignes.emplace_back(ligne);
-    return lignes;
-}
 
 }  // namespace telvoris

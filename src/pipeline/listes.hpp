@@ -55,7 +55,5 @@ private:
     std::vector<std::size_t> comptes_;
 };
 
-// Reads a list file of the resource tree: its non-empty lines, in order.
-std::vector<std::string> LireListe(const std::filesystem::path& fichier);
 
 }  // namespace telvoris

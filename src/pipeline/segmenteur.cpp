@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/texte.hpp"
+#include "lexicon/arbre.hpp"
 #include "pipeline/indexeur.hpp"
 
 namespace telvoris {
@@ -24,7 +25,8 @@ fs::path Utilitaire(const fs::path& racine, std::string_view nom) {
 template <class Liste>
 void Remplir(Liste& liste, const fs::path& fichier) {
     const std::string source = TexteChemin(fichier);
-    for (const auto& mot : LireListe(fichier)) liste.Ajouter(mot, source);
+    std::string contenu;
+    PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view mot) { liste.Ajouter(mot, source); });
 }
 
 // A list that no gluing rule consults: read and bounded all the same.
@@ -48,18 +50,14 @@ ListesSegmentation ChargerListesSegmentation(const fs::path& racine) {
     ChargerCourtsFrequents(racine);
     // The general dictionary's forms: file <L><c>.txt fills bucket (L, c), L the length class,
     // c the letter of the initial class.
+    std::string contenu;
     for (int longueur = 1; longueur <= MAX_CLASSE_LONGUEUR; ++longueur) {
         for (int initiale = 1; initiale <= MAX_CLASSE_INITIALE; ++initiale) {
-            const std::string nom = std::to_string(longueur) + static_cast<char>('a' + initiale - 1) + ".txt";
-            const fs::path fichier = Chemin(racine, Joindre("dico/olbrin/", nom));
-            const std::string contenu = LireFichier(fichier);
+            const fs::path fichier = FichierCasier(racine, DOSSIER_DICO, longueur, initiale);
             const std::string source = TexteChemin(fichier);
-            LecteurLignes lecteur(contenu);
-            std::string_view ligne;
-            while (lecteur.Suivante(ligne)) {
-                if (ligne.empty()) continue;
+            PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
                 l.FormesDico.AjouterDansCasier({longueur, initiale}, ligne.substr(0, ligne.find(',')), source);
-            }
+            });
         }
     }
     return l;
