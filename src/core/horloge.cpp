@@ -41,7 +41,8 @@ std::string TexteDate(const Instant& t) {
 
 std::string TexteDuree(std::string_view debut, const Horloge& horloge, Copie copie) {
     const auto d = Decouper(debut, ":");
-    const auto f = Decouper(TexteHeure(horloge.Maintenant()), ":");
+    const std::string maintenant = TexteHeure(horloge.Maintenant());
+    const auto f = Decouper(maintenant, ":");
     auto champ = [](const std::vector<std::string_view>& v, std::size_t i) {
         return i < v.size() ? ValeurEntiere(v[i]) : 0LL;
     };
@@ -85,7 +86,8 @@ std::string Horodater(const Horloge& horloge) {
             annee = champs[0], mois = champs[1], jour = champs[2];
         }
     }
-    const auto heure = Decouper(TexteHeure(t), ":");
+    const std::string texteHeure = TexteHeure(t);
+    const auto heure = Decouper(texteHeure, ":");
     const std::string_view aa = annee.size() > 2 ? annee.substr(annee.size() - 2) : annee;
     return Joindre(aa, mois, jour, "_", heure[0], heure.size() > 1 ? heure[1] : std::string_view());
 }
