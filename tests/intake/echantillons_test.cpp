@@ -30,14 +30,7 @@ std::vector<std::string> Lancer(void (*operation)(Contexte&), const fs::path& li
     return dialogue.messages;
 }
 
-std::string MessageErreur(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const ErreurExecution& e) {
-        return Cp1252VersUtf8(e.what());
-    }
-    return "(aucune erreur)";
-}
+using test::MessageErreur;
 
 TEST(Echantillons, ListeEchantillonEtSousCorpus) {
     DossierTemporaire d;

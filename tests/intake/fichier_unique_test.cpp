@@ -125,14 +125,7 @@ TEST(FichierUnique, ReponsesEtTableauxIncomplets) {
                          "<QORX_ATTR N°=3 NOM= >", "deux"})));
 }
 
-std::string MessageErreur(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const ErreurExecution& e) {
-        return Cp1252VersUtf8(e.what());
-    }
-    return "(aucune erreur)";
-}
+using test::MessageErreur;
 
 TEST(FichierUnique, BornesDuTableau) {
     DossierTemporaire d;

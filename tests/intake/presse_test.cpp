@@ -50,14 +50,7 @@ std::set<std::string> Fichiers(const fs::path& dossier) {
     return noms;
 }
 
-std::string MessageErreur(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const ErreurExecution& e) {
-        return Cp1252VersUtf8(e.what());
-    }
-    return "(aucune erreur)";
-}
+using test::MessageErreur;
 
 TEST(Presse, TelechargementsDeLaFixtureOctetPourOctet) {
     DossierTemporaire d;

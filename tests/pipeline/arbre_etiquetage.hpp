@@ -14,6 +14,9 @@
 
 namespace telvoris::test {
 
+// A CP1252 text as a string, for the lists of dictionary lines below.
+inline std::string C(std::string_view cp) { return std::string(cp); }
+
 struct ContenuArbre {
     std::vector<std::string> dico;      // "form,interpretation/..." (CP1252)
     std::vector<std::string> composes;  // "word word,lemma.CATEGORY:flexion"

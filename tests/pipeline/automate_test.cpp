@@ -9,7 +9,7 @@ namespace {
 
 using test::DossierTemporaire;
 
-std::string C(std::string_view cp) { return std::string(cp); }
+using test::C;
 
 const TableFormes& Formes() {
     static DossierTemporaire d;

@@ -6,6 +6,7 @@
 #include "core/fichiers.hpp"
 #include "core/texte.hpp"
 #include "pipeline/levee.hpp"
+#include "arbre_etiquetage.hpp"
 #include "support/support.hpp"
 
 namespace telvoris {
@@ -17,7 +18,7 @@ using test::Lignes;
 using test::Lire;
 namespace fs = std::filesystem;
 
-std::string C(std::string_view cp) { return std::string(cp); }
+using test::C;
 
 const std::string kPdt = "<MK f=pomme_de_terre z=3 >";
 const std::string kDu = "<MK z=2 f=du >";

@@ -14,7 +14,7 @@ using test::DossierTemporaire;
 using test::Lignes;
 using test::Lire;
 
-std::string C(std::string_view cp) { return std::string(cp); }
+using test::C;
 
 test::ContenuArbre Arbre() {
     test::ContenuArbre a;

@@ -1,5 +1,8 @@
 #include "support/support.hpp"
 
+#include "core/erreurs.hpp"
+#include "core/texte.hpp"
+
 #include <unistd.h>
 
 #include <atomic>
@@ -38,6 +41,15 @@ std::string Lire(const fs::path& fichier) {
     std::stringstream ss;
     ss << f.rdbuf();
     return ss.str();
+}
+
+std::string MessageErreur(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const ErreurExecution& e) {
+        return Cp1252VersUtf8(e.what());
+    }
+    return "(aucune erreur)";
 }
 
 fs::path DossierSource() { return TELVORIS_SOURCE_DIR; }

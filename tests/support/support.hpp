@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,9 @@ void Ecrire(const fs::path& fichier, const std::string& contenu);
 // Joins lines with CR LF, each line ended.
 std::string Lignes(const std::vector<std::string>& lignes);
 std::string Lire(const fs::path& fichier);
+
+// The UTF-8 message of the execution error that f throws, or "(aucune erreur)".
+std::string MessageErreur(const std::function<void()>& f);
 
 fs::path DossierSource();
 fs::path RessourcesTest();
