@@ -15,6 +15,10 @@ struct Operation {
     std::string_view menu;     // the menu that holds it (CP1252)
     std::string_view legende;  // its caption (CP1252)
     void (*executer)(Contexte&);
+    // What the operation does and writes, then one line a question it asks, in order:
+    // "? <question> [défaut : X] (réponses : ...)", or "Aucune question." (UTF-8, for --help and
+    // the menus' tooltips).
+    std::string_view aide = {};
 };
 
 std::span<const Operation> Operations();
