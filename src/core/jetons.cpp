@@ -197,6 +197,12 @@ void AjouterMinuscules(std::string_view mot, std::string& dest) {
     r[0] = premier;
 }
 
+std::string MinusculesSimples(std::string_view texte) {
+    std::string r(texte);
+    for (char& c : r) c = MinusculeCar(c);
+    return r;
+}
+
 void Minusculiser(std::string_view mot, std::string& resultat) {
     resultat.clear();
     AjouterMinuscules(mot, resultat);

@@ -75,6 +75,8 @@ std::string Minusculiser(std::string_view mot);
 // The same into a buffer that the caller reuses, or appended to a text.
 void Minusculiser(std::string_view mot, std::string& resultat);
 void AjouterMinuscules(std::string_view mot, std::string& dest);
+// Plain lower case of every letter, with no rule for an initial "E".
+std::string MinusculesSimples(std::string_view texte);
 
 // Cuts a text at each occurrence of a separator (one or more characters). A text without a
 // separator is one piece; a separator at the end gives an empty last piece. More than `max`

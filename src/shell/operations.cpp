@@ -4,6 +4,7 @@
 
 #include "core/texte.hpp"
 #include "explore/corpus.hpp"
+#include "explore/extraction.hpp"
 #include "explore/indexation.hpp"
 #include "intake/echantillons.hpp"
 #include "intake/export_xml.hpp"
@@ -33,6 +34,52 @@ const std::array kOperations = {
     Operation{"smn_lca", "Form2", "&Etablissement"_cp, "Levée composés ambigus"_cp, &OperationLeveeComposes},
     Operation{"smn_idx", "Form1", "&Fichier"_cp, "Indexer"_cp, &OperationIndexExploration},
     Operation{"smn_op", "Form1", "&Fichier"_cp, "&Ouvrir"_cp, &OperationOuvrirCorpus},
+    Operation{"smn_ext", "Form1", "Extractions"_cp, "Extraire phrases"_cp, &OperationExtrairePhrases,
+              "Copie dans EXTRAITS/<clé>/ARCHIVE_BRUT, texte par texte, chaque phrase du corpus étiqueté "
+              "(OLBRIN_TT) dont une forme contient la chaîne (mode CH) ou est égale à une forme de la liste "
+              "(mode LI), précédée de la ligne de métadonnées de son document, et écrit la liste des textes "
+              "retenus dans REPERTOIRE.Txt : un corpus neuf, à segmenter à son tour. En mode CH, une phrase "
+              "qui contient deux occurrences est écrite deux fois."
+              "\n? Mode d'extraction (par chaîne : 'CH' / par liste : 'LI') ? [défaut : CH] (réponses : CH, LI)"
+              "\n? Chaîne(s) à extraire, séparées par des /, puis après un signe '%', chaînes exclues (mode CH) ; "
+              "ou Forme(s) à extraire séparées par des / (mode LI) [défaut : aucun]"
+              "\n? Ouvrir le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
+              "(si le dossier existe) [défaut : O] (O : dossier daté ; autre : le même dossier est réécrit)"},
+    Operation{"smn_ext2", "Form1", "Extractions"_cp, "Extraire §"_cp, &OperationExtraireParagraphes,
+              "Copie dans EXTRAITS_2/<clé>/OLBRIN_TT, texte par texte, les paragraphes (lignes du texte "
+              "étiqueté) qui contiennent la première chaîne demandée et aucune chaîne exclue, et la liste des "
+              "textes retenus dans REPERTOIRE.Txt."
+              "\n? Mode d'extraction (par chaîne : 'CH' / par liste : 'LI') ? [défaut : CH] (réponses : CH, LI)"
+              "\n? Séquence à extraire, puis après un signe '%', chaînes exclues [défaut : aucun]"
+              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
+              "(si le dossier existe) [défaut : O] (réponses : O, N)"},
+    Operation{"smn_extd", "Form1", "Extractions"_cp, "Extraire Documents"_cp, &OperationExtraireDocuments,
+              "Copie dans EXTRAITS_DOCS/<clé>/OLBRIN_TT, entiers et avec leur ligne de métadonnées, les "
+              "documents dont le texte (TEXTE_MIN, ou TEXTE_NU quand la casse est respectée) contient la clé, "
+              "et la liste des textes retenus dans REPERTOIRE.txt. Un dossier qui existe déjà est doublé d'un "
+              "dossier daté."
+              "\n? Entrez la clé de sélection [défaut : aucun]"
+              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"
+              "\n? Si nécessaire entrez un type de filtre (JOURNAL ou DATE) [défaut : NON] (réponses : JOURNAL, DATE, NON)"
+              "\n? Spécifiez une année, ou une plage d'années (format 2000-20004), ou un titre de journal "
+              "(si la réponse précédente n'est pas vide ; le nom du texte doit la contenir) [défaut : aucun]"
+              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"},
+    Operation{"smn_extrexpr", "Form1", "Extractions"_cp, "Extraire phrases sur expressions"_cp,
+              &OperationExtraireExpressions,
+              "Copie dans EXTRAITS/un de ces_ETC/ARCHIVE_BRUT les phrases qui contiennent « un de ces » ou "
+              "« une de ces », et la liste des textes retenus dans REPERTOIRE.Txt ; dit le nombre d'occurrences."
+              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
+              "(si le dossier existe) [défaut : O] (réponses : O, N)"},
+    Operation{"smn_qtoc", "Form1", "Extractions"_cp, "Quantifier occurrences"_cp, &OperationQuantifierOccurrences,
+              "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
+              "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
+              "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
+              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? Entrez la clé de sélection [défaut : aucun]"
+              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
     Operation{"smn_lx", "Form3", "&Relevés"_cp, "Lexique"_cp, &OperationLexique},
     Operation{"smn_tgl", "Form3", "&Relevés"_cp, "Grand lexique"_cp, &OperationGrandLexique},
     Operation{"smn_lexm", "Form3", "&Relevés"_cp, "Lexiques_multiples"_cp, &OperationLexiquesMultiples},
@@ -40,6 +87,14 @@ const std::array kOperations = {
     Operation{"smn_mic", "Form3", "&Relevés"_cp, "Micro-distribution"_cp, &OperationMicroDistribution},
     Operation{"smn_mac", "Form3", "&Relevés"_cp, "Macro-distribution"_cp, &OperationMacroDistribution},
     Operation{"smn_tpd", "Form3", "&Relevés"_cp, "longueur de partitions"_cp, &OperationLongueurPartitions},
+    Operation{"smn_qtoc", "Form3", "&Relevés"_cp, "Quantifier occurrences expression"_cp,
+              &OperationQuantifierOccurrencesStatistiques,
+              "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
+              "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
+              "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
+              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? Entrez la clé de sélection [défaut : aucun]"
+              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
     Operation{"smn_afc", "Form3", "&Analyses"_cp, "AFC"_cp, &OperationAfc},
     Operation{"smn_p2", "Form3", "&Analyses"_cp, "Projection 2 Facteurs"_cp, &OperationProjection2},
     Operation{"smn_p3", "Form3", "&Analyses"_cp, "Projection 3 Facteurs"_cp, &OperationProjection3},
