@@ -198,9 +198,15 @@ void AjouterMinuscules(std::string_view mot, std::string& dest) {
 }
 
 std::string MinusculesSimples(std::string_view texte) {
-    std::string r(texte);
-    for (char& c : r) c = MinusculeCar(c);
+    std::string r;
+    AjouterMinusculesSimples(texte, r);
     return r;
+}
+
+void AjouterMinusculesSimples(std::string_view texte, std::string& dest) {
+    const std::size_t debut = dest.size();
+    dest.resize(debut + texte.size());
+    for (std::size_t i = 0; i < texte.size(); ++i) dest[debut + i] = MinusculeCar(texte[i]);
 }
 
 void Minusculiser(std::string_view mot, std::string& resultat) {

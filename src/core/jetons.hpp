@@ -77,6 +77,7 @@ void Minusculiser(std::string_view mot, std::string& resultat);
 void AjouterMinuscules(std::string_view mot, std::string& dest);
 // Plain lower case of every letter, with no rule for an initial "E".
 std::string MinusculesSimples(std::string_view texte);
+void AjouterMinusculesSimples(std::string_view texte, std::string& dest);
 
 // Cuts a text at each occurrence of a separator (one or more characters). A text without a
 // separator is one piece; a separator at the end gives an empty last piece. More than `max`

@@ -47,19 +47,24 @@ public:
         DecouperLigne(ligne, jetons_, Copie::Exploration);
         const auto n = static_cast<std::size_t>(jetons_.NbJetons);
         formes_.resize(n + 1);
-        minuscules_.resize(n + 1);
+        debuts_.resize(n + 2);
         compte_.assign(n + 1, false);
+        minuscules_.clear();
         for (std::size_t j = 1; j <= n; ++j) {
             compte_[j] = EstMotOuPonctuation(jetons_.jeton[j]);
-            formes_[j] = compte_[j] ? std::string(LireAttributsVue(jetons_.jeton[j]).f) : std::string();
-            minuscules_[j] = MinusculesSimples(formes_[j]);
+            formes_[j] = compte_[j] ? LireAttributsVue(jetons_.jeton[j]).f : std::string_view();
+            debuts_[j] = minuscules_.size();
+            AjouterMinusculesSimples(formes_[j], minuscules_);
         }
+        debuts_[n + 1] = minuscules_.size();
     }
     int N() const { return jetons_.NbJetons; }
     bool EstMot(int j) const { return jetons_.jeton[Idx(j)].starts_with("<M "); }
     bool Compte(int j) const { return compte_[Idx(j)]; }
-    const std::string& Forme(int j) const { return formes_[Idx(j)]; }
-    const std::string& Minuscule(int j) const { return minuscules_[Idx(j)]; }
+    std::string_view Forme(int j) const { return formes_[Idx(j)]; }
+    std::string_view Minuscule(int j) const {
+        return std::string_view(minuscules_).substr(debuts_[Idx(j)], debuts_[Idx(j) + 1] - debuts_[Idx(j)]);
+    }
     // The text between the token before j and token j.
     std::string_view Avant(int j) const { return jetons_.suite[Idx(j) - 1]; }
 
@@ -93,14 +98,15 @@ public:
 private:
     static std::size_t Idx(int j) { return static_cast<std::size_t>(j); }
     LigneJetons jetons_;
-    std::vector<std::string> formes_;
-    std::vector<std::string> minuscules_;
+    std::vector<std::string_view> formes_;
+    std::string minuscules_;  // the forms in lower case, one after the other
+    std::vector<std::size_t> debuts_;
     std::vector<bool> compte_;
 };
 
-bool FinDePhrase(const std::string& forme) { return forme.starts_with(".") || forme == "?" || forme == "!"; }
+bool FinDePhrase(std::string_view forme) { return forme.starts_with(".") || forme == "?" || forme == "!"; }
 
-bool FinDePhraseExpression(const std::string& forme) {
+bool FinDePhraseExpression(std::string_view forme) {
     return !forme.empty() && std::string_view(";:!?...").find(forme) != std::string_view::npos;
 }
 
@@ -268,11 +274,16 @@ std::string LibelleExtrait(const std::vector<std::string>& items) {
 
 std::string ExtrairePhrases(std::string_view texte, const CleExtraction& cle) {
     LigneFormes ligne;
+    std::string pliee;
     return ParPartition(texte, [&](std::string_view brute, std::string& extrait) {
+        // A form is text of its tag: a line whose lower case holds no item holds no hit.
+        pliee.clear();
+        AjouterMinusculesSimples(brute, pliee);
+        if (!ContientUn(pliee, cle.items)) return;
         ligne.Lire(brute);
         for (int i = 1; i <= ligne.N(); ++i) {
             if (!ligne.EstMot(i)) continue;
-            const std::string& forme = ligne.Minuscule(i);
+            const std::string_view forme = ligne.Minuscule(i);
             bool trouve = false;
             if (cle.parListe) {
                 for (const auto& item : cle.items) trouve = trouve || forme == item;
@@ -311,9 +322,13 @@ std::string ExtraireExpressions(std::string_view texte, long long& occurrences) 
     LigneFormes ligne;
     LecteurLignes lecteur(texte);
     std::string_view brute;
-    std::string suite;
+    std::string suite, pliee;
     while (lecteur.Suivante(brute)) {
         if (brute.empty() || EstLigneMetadonnees(brute)) continue;
+        pliee.clear();
+        AjouterMinusculesSimples(brute, pliee);
+        // Every expression ends in "ces", which stands in the line's tags when it is there.
+        if (pliee.find("ces") == std::string::npos) continue;
         ligne.Lire(brute);
         for (int i = 1; i <= ligne.N(); ++i) {
             if (!ligne.Compte(i)) continue;
