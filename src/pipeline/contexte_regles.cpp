@@ -281,7 +281,11 @@ void PasseContexte::TraiterMot(int k, int n) {
     if (Contient(e, ".N")) {
         if (!EstCapitale(f)) {
             std::erase_if(lectures_, [](const Lecture& l) { return Contient(l.lecture, ".N"); });
-            if (lectures_.size() == 1) Balise(lectures_[0]);
+            // A rule that settles the word counts its identification.
+            if (lectures_.size() == 1) {
+                Balise(lectures_[0]);
+                ++compteurs_.nb_identifications;
+            }
         } else {
             Ecrit(Joindre("<M f=", f, " l=", w, "_N >"), Joindre(w, "_N >"));
         }
