@@ -190,6 +190,11 @@ int main(int argc, char** argv) {
         return l.aide ? kFait : kUsage;
     }
     const std::string commande = l.mots[0];
+    if (commande.starts_with("-")) {
+        std::cerr << "Option inconnue : " << commande << "\n";
+        Usage(std::cerr);
+        return kUsage;
+    }
     if (commande == "liste") {
         std::cout << ListeOperations();
         return kFait;
