@@ -53,7 +53,11 @@ std::optional<std::string> DialogueTerminal::Demander(std::string_view texte, st
         return std::string(defaut);
     }
     auto r = LireReponse(InviteQuestion(texte, titre, defaut));
-    if (!r) return std::nullopt;  // end of input at the terminal is Cancel
+    if (!r) {
+        // End of input at the terminal is Cancel.
+        abandonnee_ = true;
+        return std::nullopt;
+    }
     if (!scriptee && r->empty()) return std::string(defaut);
     return Utf8VersCp1252(*r);
 }

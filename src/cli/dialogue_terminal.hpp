@@ -41,7 +41,8 @@ public:
     void Progression(std::string_view libelle, long long i, long long n) override;
     void MasquerProgression() override;
 
-    // True when the last thing the operation did was a cancelled file dialog: it stopped there.
+    // True when the last thing the operation did was a cancelled file dialog or input box: it
+    // stopped there.
     bool Abandonnee() const { return abandonnee_; }
     // Answers given with --reponse that no question took.
     std::size_t ReponsesRestantes() const { return reponses_.size(); }

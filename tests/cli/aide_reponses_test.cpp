@@ -145,6 +145,12 @@ TEST(AideLigneDeCommande, InvitesAuTerminal) {
     EXPECT_NE(e.sortie.find("Localiser le répertoire (*.txt) : "), std::string::npos) << e.sortie;
     EXPECT_EQ(e.sortie.find("¢"), std::string::npos) << e.sortie;
     EXPECT_TRUE(e.sortie.ends_with("Opération abandonnée\r\n")) << e.sortie;
+    // The end of input at a question is Cancel too: the operation stops there and says so.
+    e = LancerTerminal({"smn_lx", "--ressources", kRessources}, "\n");
+    EXPECT_EQ(e.statut, 0);
+    EXPECT_NE(e.sortie.find("B11_Paramètres - relevé limité à la phrase ? [N] "), std::string::npos) << e.sortie;
+    EXPECT_EQ(e.sortie.find("Localiser le répertoire"), std::string::npos) << e.sortie;
+    EXPECT_TRUE(e.sortie.ends_with("Opération abandonnée\r\n")) << e.sortie;
     // The legacy filter of the statistics dialogs reads the same.
     e = LancerTerminal({"smn_afc", "--ressources", kRessources}, "\n");
     EXPECT_NE(e.sortie.find("matrice à analyser (*.txt) : "), std::string::npos) << e.sortie;

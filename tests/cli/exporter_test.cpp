@@ -94,6 +94,14 @@ TEST(Exporter, MatriceEtResultatsDuSolveur) {
     EXPECT_EQ(Relire(matrice.parent_path() / "ECART_REDUIT.csv"),
               "[\"item\", \"période 1\", \"période 2\"]\n[\"é\", \"-0.44\", \"0.63\"]\n[\"de\", \"0\", \"-2.02\"]\n");
 
+    // A saved distribution of the exploration has the same shape: partitions as columns.
+    const fs::path distribution = d.Chemin() / "SAUVEGARDES/DISTRIBUTIONS/port_A_261121_1000.txt";
+    Ecrire(distribution, Lignes({"\t1\t2\t3", "brut\t2\t0\t5", "er\t0,5\t-1,25\t2"}));
+    e = Lancer({"exporter", distribution.string()});
+    EXPECT_EQ(e.statut, 0) << e.erreurs;
+    EXPECT_EQ(Relire(distribution.parent_path() / "port_A_261121_1000.csv"),
+              "[\"item\", \"1\", \"2\", \"3\"]\n[\"brut\", \"2\", \"0\", \"5\"]\n[\"er\", \"0.5\", \"-1.25\", \"2\"]\n");
+
     // Finalised solver files: header kept, commas turned into points, no line end after the last.
     const fs::path afc = d.Chemin() / "AFC_MACRO/261121_1000/ECRETEE";
     Ecrire(afc / "eigen.txt", "facteur\tvaleur_propre\tpourcentage\tpourcentage_cumule\r\n2\t0,25\t62,5\t62,5\r\n"

@@ -15,7 +15,7 @@ std::string Defaut(std::string_view aide) {
     if (aide.empty()) return "aucune aide";
     const std::size_t fin = aide.find('\n');
     const std::string_view paragraphe = aide.substr(0, fin);
-    if (paragraphe.size() < 40 || paragraphe.starts_with("?")) return "le paragraphe manque ou est trop court";
+    if (paragraphe.size() < 20 || paragraphe.starts_with("?")) return "le paragraphe manque ou est trop court";
     if (fin == std::string_view::npos) return "ni question ni « Aucune question. »";
     std::string_view reste = aide.substr(fin + 1);
     if (reste == "Aucune question.") return "";
@@ -26,9 +26,7 @@ std::string Defaut(std::string_view aide) {
         reste = n == std::string_view::npos ? std::string_view() : reste.substr(n + 1);
         ++questions;
         if (!q.starts_with("? ")) return "ligne de question sans « ? » : " + std::string(q);
-        const bool defaut = q.find(" [défaut : ") != std::string_view::npos || q.find(" [sans défaut]") != std::string_view::npos;
-        if (!defaut) return "question sans [défaut : X] ni [sans défaut] : " + std::string(q);
-        if (q.find("] (réponses : ") == std::string_view::npos || !q.ends_with(")"))
+        if (q.find(" (réponses : ") == std::string_view::npos || !q.ends_with(")"))
             return "question sans (réponses : ...) : " + std::string(q);
     }
     return questions > 0 ? "" : "aucune question";
@@ -48,7 +46,7 @@ TEST(TableDesOperations, ChaqueOperationDitSesQuestions) {
     EXPECT_NE(Defaut(""), "");
     EXPECT_NE(Defaut("Fait quelque chose d'utile sur le corpus et écrit un fichier."), "");
     EXPECT_NE(Defaut("Fait quelque chose d'utile sur le corpus et écrit un fichier.\nQuestion ? [défaut : O] (réponses : O)"), "");
-    EXPECT_NE(Defaut("Fait quelque chose d'utile sur le corpus et écrit un fichier.\n? Question ? (réponses : O, N)"), "");
+    EXPECT_NE(Defaut("Fait quelque chose d'utile sur le corpus et écrit un fichier.\n? Question ? [défaut : O]"), "");
     EXPECT_EQ(Defaut("Fait quelque chose d'utile sur le corpus et écrit un fichier.\n? Question ? [défaut : O] (réponses : O, N)"), "");
     EXPECT_EQ(Defaut("Fait quelque chose d'utile sur le corpus et écrit un fichier.\nAucune question."), "");
 }
