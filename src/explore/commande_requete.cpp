@@ -10,6 +10,7 @@
 #include "core/nombres.hpp"
 #include "core/texte.hpp"
 #include "explore/concordance.hpp"
+#include "explore/concordance_tsv.hpp"
 #include "explore/corpus.hpp"
 #include "explore/requete.hpp"
 
@@ -31,6 +32,8 @@ std::string UsageRequete() {
            "    --phrase            co-occurrents limités à la phrase\n"
            "    --tri droite|gauche tri de la concordance (droite par défaut)\n"
            "    --sauver            sauvegarde la concordance sous SAUVEGARDES/CONCORDANCES\n"
+           "    --format tsv        la concordance en colonnes séparées par des tabulations, avec en-tête : texte,\n"
+           "                        partition, variables de titre, position, contexte gauche, pivot, contexte droit\n"
            "  Ouverture du corpus :\n"
            "    --titre VARIABLE    variable affichée dans le titre des partitions (répétable)\n"
            "    --contraste VARIABLE  variable de mise en contraste des partitions\n"
@@ -75,7 +78,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     const std::filesystem::path liste = args[0];
     ParametresRequete p;
     p.concordance = false;
-    bool entree = false, triGauche = false, sauver = false;
+    bool entree = false, triGauche = false, sauver = false, tsv = false;
     std::vector<std::string> titres;
     std::optional<std::string> contraste, date;
     for (std::size_t i = 1; i < args.size(); ++i) {
@@ -126,6 +129,11 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
             if (v == "gauche") triGauche = true;
             else if (v == "droite") triGauche = false;
             else return usage("--tri attend droite ou gauche.");
+        } else if (a == "--format") {
+            const auto v = valeur();
+            if (v == "tsv") tsv = true;
+            else if (v == "texte") tsv = false;
+            else return usage("--format attend tsv ou texte.");
         } else if (a == "--titre" || a == "--contraste" || a == "--date") {
             const auto v = valeur();
             if (!v) return usage(a + " attend une valeur.");
@@ -138,6 +146,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     }
     if (!entree) return usage("Il manque l'entrée de la requête (--forme, --formes, --lemme ou --lemmes).");
     if (!p.concordance && !p.macro && !p.micro) p.concordance = true;
+    if (tsv) p.concordance = true;
 
     EtatCorpus etat = OuvrirCorpus(liste);
     ChoixVariables choix;
@@ -173,6 +182,11 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
 
     Requete r;
     if (!LancerRequete(etat, p, r, dialogue) || r.occ.empty()) return 0;
+    if (tsv) {
+        if (!r.contextes) return usage("--format tsv donne la concordance, qui n'existe que jusqu'à 2500 occurrences.");
+        dialogue.Resultat(ConcordanceTsv(etat, r, triGauche, TextesDesPartitions(liste, etat.NB_PARTS), titres));
+        return 0;
+    }
     std::string texte = Joindre(TexteInfoRequete(r), "STATISTIQUES pour la requête : "_cp, r.LIBELLE, "\r\n");
     if (r.contextes) {
         texte += "\r\n";

@@ -41,8 +41,8 @@ std::string RenduCas(const SessionLevee& s) {
 const std::string_view kConsigne =
     "Votre choix : un chiffre par occurrence dans l'ordre affiché (0 = aucune lecture) puis validation ; "
     "C<n> coche ou décoche la colonne n ; <a>-<b>:<n> coche la lecture n des lignes a à b ; "
-    "T change le tri ; R pour REVISER ; I pour INTERROMPRE ; V (ou une réponse vide) valide les coches et passe au "
-    "cas suivant."_cp;
+    "T change le tri ; R pour REVISER ; V valide les coches et passe au cas suivant ; I (ou une réponse vide) pour "
+    "INTERROMPRE."_cp;
 
 const std::string_view kQuestionArret =
     "Voulez-vous vraiment (O/N) interrompre cette session après avoir sauvegardé vos données ?"_cp;
@@ -75,8 +75,9 @@ void Derouler(SessionLevee& s, Contexte& ctx) {
     Dialogue& d = ctx.dialogue;
     while (!s.Terminee()) {
         d.Resultat(RenduCas(s));
-        // The default stops the session (after the question), so that a script whose answers run
-        // out never settles cases by itself; Cancel is the window closed: save and leave.
+        // The default, like an empty answer, stops the session (after the question), so that a
+        // script whose answers run out never settles cases by itself; Cancel is the window
+        // closed: save and leave.
         const auto brute = d.Demander(kConsigne, s.LibelleBouton(), "I");
         if (!brute) {
             // The compound session asks before it closes; with nobody left to answer, it saves.
@@ -88,7 +89,7 @@ void Derouler(SessionLevee& s, Contexte& ctx) {
             return;
         }
         const std::string reponse = Nettoyer(*brute);
-        if (reponse.empty() || reponse == "V") {
+        if (reponse == "V") {
             s.CasSuivant();
         } else if (QueDesChiffres(reponse)) {
             for (std::size_t i = 0; i < reponse.size() && i < s.NbOccurrences(); ++i) s.Cocher(i, reponse[i] - '0');
@@ -102,7 +103,7 @@ void Derouler(SessionLevee& s, Contexte& ctx) {
             } else {
                 d.Afficher("Aucun cas à réviser."_cp);
             }
-        } else if (reponse == "I") {
+        } else if (reponse.empty() || reponse == "I") {
             const auto r = d.Demander(kQuestionArret, "INTERROMPRE ?", "O");
             if (r && Nettoyer(*r) == "O") {
                 s.Sauver();

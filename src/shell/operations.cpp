@@ -26,14 +26,144 @@ namespace telvoris {
 namespace {
 
 const std::array kOperations = {
-    Operation{"smn_seg", "Form2", "&Etablissement"_cp, "&Segmentation"_cp, &OperationSegmentation},
-    Operation{"smn_cmp", "Form2", "&Etablissement"_cp, "Composés"_cp, &OperationComposes},
-    Operation{"smn_aup", "Form2", "&Etablissement"_cp, "Passe automatique"_cp, &OperationPasseAutomatique},
-    Operation{"smn_idx", "Form2", "&Etablissement"_cp, "Réindexer"_cp, &OperationReindexation},
-    Operation{"smn_lev", "Form2", "&Etablissement"_cp, "Levée simples ambigus"_cp, &OperationLeveeSimples},
-    Operation{"smn_lca", "Form2", "&Etablissement"_cp, "Levée composés ambigus"_cp, &OperationLeveeComposes},
-    Operation{"smn_idx", "Form1", "&Fichier"_cp, "Indexer"_cp, &OperationIndexExploration},
-    Operation{"smn_op", "Form1", "&Fichier"_cp, "&Ouvrir"_cp, &OperationOuvrirCorpus},
+    Operation{"smn_seg", "Form2", "&Etablissement"_cp, "&Segmentation"_cp, &OperationSegmentation,
+         "Segmente chaque texte de la liste, ARCHIVE_BRUT/<nom>.txt, en une balise <M ...> ou <PC ...> par mot ou ponctuation dans OLBRIN_TT/<nom>.txt, puis l'indexe : OLBRIN_TT/TEXTE_NU, TEXTE_MIN, LEXINDEX, REPERE_LIGNES, TEXTE_ETIQ, NB_PARTITIONS et METADONNEES. Dit « Segmenté et indexé en » et la durée.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_cmp", "Form2", "&Etablissement"_cp, "Composés"_cp, &OperationComposes,
+         "Marque les mots composés du dictionnaire des composés comme <MC ...> dans le texte étiqueté OLBRIN_TT/<nom>.txt, après en avoir copié chaque texte dans OLBRIN_TT/AVANT_COMP. Le corpus doit avoir été segmenté. Dit la durée, le nombre de mots et de composés.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_aup", "Form2", "&Etablissement"_cp, "Passe automatique"_cp, &OperationPasseAutomatique,
+         "Passe automatique : applique le dictionnaire puis les règles de contexte au texte étiqueté OLBRIN_TT/<nom>.txt (copie préalable dans OLBRIN_TT/AVANT_AUTOMATE_SIMPLES) et laisse les listes des cas ambigus #INDEX_ms.txt, #INDEX_LEMMES.txt, #F_ETAT.txt et #BILAN.txt dans OLBRIN_TT, que lit smn_lev.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_idx", "Form2", "&Etablissement"_cp, "Réindexer"_cp, &OperationReindexation,
+         "Réindexe le texte étiqueté de chaque texte de la liste, comme à la fin de la segmentation : OLBRIN_TT/TEXTE_NU, TEXTE_MIN, LEXINDEX, REPERE_LIGNES, TEXTE_ETIQ, NB_PARTITIONS et METADONNEES. À relancer après toute correction du texte étiqueté.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_lev", "Form2", "&Etablissement"_cp, "Levée simples ambigus"_cp, &OperationLeveeSimples,
+         "Séance de levée des ambiguïtés simples laissées par la passe automatique : chaque cas (une forme et ses lectures) est montré avec ses occurrences numérotées dans leur contexte ; les décisions sont écrites dans OLBRIN_TT/<nom>.txt (copie préalable dans OLBRIN_TT/AVANT_LEVCON/<horodate>), l'état dans #F_ETAT.txt et #BILAN.txt ; une séance interrompue reprend au cas suivant.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? Mode de travail : O pour prendre les cas dans l'ordre, L pour choisir les cas par lemmes. [défaut : O] (réponses : O, L ; posée s'il reste des cas)\n"
+         "? Numéros des lemmes choisis, séparés par des blancs : [sans défaut] (réponses : des numéros de la liste affichée ; posée après L)\n"
+         "? Votre choix : ... [défaut : I] (réponses : à chaque cas, un chiffre par occurrence dans l'ordre affiché, 0 = aucune lecture, puis le cas suivant ; C<n> coche ou décoche la colonne n ; <a>-<b>:<n> coche la lecture n des lignes a à b ; T change le tri ; R révise le cas précédent ; V valide les coches et passe au cas suivant ; I ou une réponse vide interrompt)\n"
+         "? Voulez-vous vraiment (O/N) interrompre cette session après avoir sauvegardé vos données ? [défaut : O] (réponses : O sauvegarde et arrête, N reprend le cas ; posée après I)"},
+    Operation{"smn_lca", "Form2", "&Etablissement"_cp, "Levée composés ambigus"_cp, &OperationLeveeComposes,
+         "Séance de levée des composés ambigus repérés dans OLBRIN_TT/CONTROLE_COMPOSES : chaque cas est montré avec ses occurrences ; les décisions sont écrites dans le texte étiqueté (copie préalable dans OLBRIN_TT/AVANT_LCA/<horodate>), l'état dans CONTROLE_COMPOSES/#ETAT.txt et #BILAN.txt.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? Votre choix : ... [défaut : I] (réponses : à chaque cas, un chiffre par occurrence dans l'ordre affiché, 0 = aucune lecture, puis le cas suivant ; C<n> coche ou décoche la colonne n ; <a>-<b>:<n> coche la lecture n des lignes a à b ; T change le tri ; R révise le cas précédent ; V valide les coches et passe au cas suivant ; I ou une réponse vide interrompt)\n"
+         "? Voulez-vous vraiment (O/N) interrompre cette session après avoir sauvegardé vos données ? [défaut : O] (réponses : O sauvegarde et arrête, N reprend le cas ; posée après I)"},
+    Operation{"smn_idx", "Form1", "&Fichier"_cp, "Indexer"_cp, &OperationIndexExploration,
+         "Construit l'index d'exploration <liste>_QORX_INDEX à côté du fichier de liste (LEXINDEX, LEXINDEX_F, LEXINDEX_L, TEXTE_ETIQUETE, TEXTE_AFFICHE, METADONNEES_QORX, LONPARTS_M.txt...), que lisent smn_op et « telvoris requete ». Le corpus doit être segmenté et indexé.\n"
+         "? Discriminer les majuscules (O/N) ? Exemple API, Phnong, etc ? [défaut : N] (réponses : O garde la casse, N la replie)\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? Il existe déjà un dossier d'indexation au nom de ce corpus. ... [défaut : N] (réponses : O détruit l'index existant et le refait, N arrête ; posée si l'index existe)"},
+    Operation{"smn_op", "Form1", "&Fichier"_cp, "&Ouvrir"_cp, &OperationOuvrirCorpus,
+         "Ouvre l'index d'exploration d'un corpus et le valide : variables affichées dans le titre des partitions, variable de mise en contraste. Affiche le nombre de partitions et d'occurrences, et les classes de contraste avec leurs occurrences. N'écrit rien.\n"
+         "? fichier « Ouvrir le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste d'un corpus indexé par Form1.smn_idx)\n"
+         "? <variable> : afficher dans la barre de titre (O/N) ? [défaut : N] (réponses : O, N ; une question par variable de l'index, dans l'ordre de METADONNEES_QORX/index.txt)\n"
+         "? Variable retenue pour la mise en contraste de partitions (vide : aucun critère) ? [sans défaut] (réponses : le nom d'une variable, JOURNAL ou DATE par exemple, ou une réponse vide)\n"
+         "? Quelle partie de la date est-elle à prendre en compte ? ... [défaut : 1-4] (réponses : 1er caractère, un tiret, nombre de caractères ; posée si la variable est une date)"},
+    Operation{"smn_lx", "Form3", "&Relevés"_cp, "Lexique"_cp, &OperationLexique,
+         "Lexique : compte les items de tous les textes de la liste (index OLBRIN_TT/LEXINDEX) au niveau lexical choisi et écrit, par fréquence décroissante (item, tabulation, effectif), LEXIQUES/FORMES_MIN_<horodate>.txt (niveau 0), FORMES_TYP_ (1), LEMMES_ et LEMMES_AMB (2) ou NP (3), et les totaux dans MEMO_<horodate>.txt. « telvoris exporter » en fait une copie pour R ou pandas.\n"
+         "? niveau lexical à traiter [défaut : 0] (réponses : 0 formes, sans respect typogr. ; 1 formes, avecrespect typogr. ; 2 lemmes ; 3 noms propres seuls)\n"
+         "? relevé limité à la phrase ? [défaut : N] (réponses : O, N)\n"
+         "? limité à un empan cotextuel ? [défaut : N] (réponses : O, N)\n"
+         "? dimension de l'empan ? [sans défaut] (réponses : un nombre de mots en chiffres ; posée seulement après O)\n"
+         "? Regrouper les post-clitiques avec les autres occurrences (O/N) ? [défaut : O] (réponses : O, N ; le lexique compte de toute façon les post-clitiques à part)\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_tgl", "Form3", "&Relevés"_cp, "Grand lexique"_cp, &OperationGrandLexique,
+         "Grand lexique : le lexique des corpus trop grands pour la mémoire, par fusions successives dans LEXIQUES/TG_LEXIQUE_<horodate>/ : DEFI_<k>.txt par tranche d'environ 100 000 items, SYNTHESE.txt (tranches), MEMO.txt (N et V) ; les post-clitiques sont toujours regroupés.\n"
+         "? niveau lexical à traiter [défaut : 0] (réponses : 0 formes, sans respect typogr. ; 1 formes, avecrespect typogr. ; 2 lemmes ; 3 noms propres seuls)\n"
+         "? relevé limité à la phrase ? [défaut : N] (réponses : O, N)\n"
+         "? limité à un empan cotextuel ? [défaut : N] (réponses : O, N)\n"
+         "? dimension de l'empan ? [sans défaut] (réponses : un nombre de mots en chiffres ; posée seulement après O)\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_lexm", "Form3", "&Relevés"_cp, "Lexiques_multiples"_cp, &OperationLexiquesMultiples,
+         "Lexiques multiples : un lexique par texte de la liste, LEXIQUES_MULTIPLES/<nom>_FORMIN.txt (niveau 0), _FORMES_TYP (1), _LEMMES (2) ou _NP (3), item, tabulation, effectif.\n"
+         "? niveau lexical à traiter [défaut : 0] (réponses : 0 formes, sans respect typogr. ; 1 formes, avecrespect typogr. ; 2 lemmes ; 3 noms propres seuls)\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_trin", "Form3", "&Relevés"_cp, "Tri noms propres"_cp, &OperationTriNomsPropres,
+         "Tri des noms propres : garde d'un lexique les items à majuscule initiale plus fréquents que leur variante en minuscule et les écrit dans LEXIQUES/NOMS_PROPRES.txt (item, effectif, longueur) du corpus.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? fichier « Lexique ? » (*.txt) [sans défaut] (réponses : un fichier de lexique, par exemple LEXIQUES/FORMES_TYP_<horodate>.txt)"},
+    Operation{"smn_mic", "Form3", "&Relevés"_cp, "Micro-distribution"_cp, &OperationMicroDistribution,
+         "Micro-distribution : matrice des co-occurrences des items en lignes (pivots) avec les items en colonnes dans le texte étiqueté, écrite dans AFC_MICRO/<nom>/ : MICRO_BRUT.txt, MICRO_ECARTS.txt (écarts réduits), MICRO_ECRETEE.txt, MICRO_AMORTIE.txt et FORTS_ECARTS.txt ; les matrices vont à smn_afc.\n"
+         "? niveau lexical à traiter [défaut : 0] (réponses : 0 formes, sans respect typogr. ; 1 formes, avecrespect typogr. ; 2 lemmes ; 3 noms propres seuls)\n"
+         "? relevé limité à la phrase ? [défaut : N] (réponses : O, N)\n"
+         "? limité à un empan cotextuel ? [défaut : N] (réponses : O, N)\n"
+         "? dimension de l'empan ? [sans défaut] (réponses : un nombre de mots en chiffres ; posée seulement après O)\n"
+         "? Seuil pour les forts écarts-réduits (de 15 à 50) ? [défaut : 10] (réponses : un nombre)\n"
+         "? Souhaitez-vous sélectionner selon une métadonnée à l'intérieur de votre corpus -O/N- ? [défaut : N] (réponses : O, N ; le critère ne change pas le relevé)\n"
+         "? Entrez le libellé du critère de sélection (type LOC=X). [sans défaut] (réponses : un texte ; posée après O)\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? Exclure les cooccurrents les plus proches ? Si oui, entrez le nombre. Si non, entrez ZERO [défaut : 0] (réponses : un nombre de mots)\n"
+         "? Fixez un seuil d'écart-réduit pour l'ecrétage (un nombre entier de 2 à 5). [défaut : 2] (réponses : un nombre)\n"
+         "? fichier « items en lignes » (*.txt) [sans défaut] (réponses : un lexique ou un fichier item, tabulation, nombre ; au plus 1000 lignes)\n"
+         "? fichier « items en colonnes » (*.txt) [sans défaut] (réponses : un fichier de même forme ; au plus 1000 lignes)\n"
+         "? Nommez votre matrice - sinon elle sera nommée automatiquement [sans défaut] (réponses : un nom de dossier, ou une réponse vide pour le nom automatique)"},
+    Operation{"smn_mac", "Form3", "&Relevés"_cp, "Macro-distribution"_cp, &OperationMacroDistribution,
+         "Macro-distribution : matrice des items en lignes par valeur d'une métadonnée (une colonne par valeur, DATE, JOURNAL...), comptée sur les formes de l'index, écrite dans AFC_MACRO/<horodate>/ : MACRO_BRUT.txt, ECART_REDUIT.txt, SPECIF_RED.txt, ECRETEE.txt, LONPARTS.txt, VARIANCES_LI.txt et VARIANCES_CO.txt ; les matrices vont à smn_afc.\n"
+         "? niveau lexical à traiter [défaut : 0] (réponses : 0 formes, sans respect typogr. ; 1 formes, avecrespect typogr. ; 2 lemmes ; 3 noms propres seuls ; sans effet sur ce relevé)\n"
+         "? Valeur d'écart-réduit pour écretage ? [défaut : 2] (réponses : un nombre)\n"
+         "? Valeur seuil pour prise en compte spécificité [défaut : 3] (réponses : un nombre)\n"
+         "? fichier « items en lignes » (*.txt) [sans défaut] (réponses : un lexique ou un fichier item, tabulation, nombre)\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? Clé de variable colonnes ? [sans défaut] (réponses : une clé des lignes <QORX_ATTR ...> du corpus, JOURNAL ou DATE par exemple)\n"
+         "? Quelle partie de la date est-elle à prendre en compte ? ... [défaut : 1-4] (réponses : 1er caractère, un tiret, nombre de caractères, 1-7 pour l'année et le mois d'une date AAAA_MM_JJ ; posée si la clé est DATE, date ou Date, appliquée pour DATE seulement)"},
+    Operation{"smn_tpd", "Form3", "&Relevés"_cp, "longueur de partitions"_cp, &OperationLongueurPartitions,
+         "Longueur de partitions : somme les occurrences de l'index de chaque texte par année, l'année étant l'avant-dernier champ du nom coupé sur « _ », et écrit LONPARTS.txt (année, tabulation, somme, de 1981 à 2015) dans le dossier du corpus.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_afc", "Form3", "&Analyses"_cp, "AFC"_cp, &OperationAfc,
+         "Analyse factorielle des correspondances : vérifie une matrice (entiers positifs, aucune ligne ni colonne nulle), écrit dans le dossier X à côté de la matrice X.txt ITEMLIGNES.txt, ITEMCOLONNES.txt et STATS.txt, puis lance le solveur axisolve qui y écrit eigen.txt et les coordonnées, contributions, cosinus carrés et distances (corli, corco, conli, conco, cosli, cosco, disli, disco). Avec --attendre, les fichiers sont finalisés dans la foulée (sinon : telvoris finaliser-afc X).\n"
+         "? fichier « matrice à analyser » (*.txt) [sans défaut] (réponses : une matrice de smn_mic ou smn_mac, par exemple AFC_MACRO/<horodate>/ECRETEE.txt ; aucun blanc dans les noms de dossiers)"},
+    Operation{"smn_p2", "Form3", "&Analyses"_cp, "Projection 2 Facteurs"_cp, &OperationProjection2,
+         "Projection sur 2 facteurs : place les colonnes et les lignes d'une AFC finalisée dans un carré de 0 à 10 000 et écrit le fichier de carte coli_PROJ<a><b>.txt (co ou li seuls selon les cases) dans le dossier de l'AFC : nombre de colonnes/lignes, puis nom, X, Y et codes de contribution, puis les lignes ** et *** des pourcentages d'inertie et ### de STATS.txt.\n"
+         "? Pour l'axe 1 [défaut : 1] (réponses : un numéro de facteur)\n"
+         "? Pour l'axe 2 [défaut : 2] (réponses : un autre numéro de facteur)\n"
+         "? coord. colonnes [défaut : O] (réponses : O, N)\n"
+         "? coord. lignes [défaut : O] (réponses : O, N)\n"
+         "? valeurs propres [défaut : O] (réponses : O, N)\n"
+         "? noms variables colonnes [défaut : O] (réponses : O, N ; sans effet sur le fichier)\n"
+         "? noms variables lignes [défaut : O] (réponses : O, N ; sans effet sur le fichier)\n"
+         "? trace, chi-deux... [défaut : N] (réponses : O, N)\n"
+         "? fichier « Fichier des coordonnées de colonnes » (*.txt) [sans défaut] (réponses : le corco.txt finalisé du dossier de l'AFC ; posée si coord. colonnes vaut O)\n"
+         "? fichier « Fichier des coordonnées de lignes » (*.txt) [sans défaut] (réponses : le corli.txt finalisé du même dossier ; posée si coord. lignes vaut O)"},
+    Operation{"smn_p3", "Form3", "&Analyses"_cp, "Projection 3 Facteurs"_cp, &OperationProjection3,
+         "Projection sur 3 facteurs : calcule pour chaque colonne et ligne d'une AFC finalisée longitude, latitude, distance et contributions sur trois facteurs, et écrit le fichier de globe <dossier>_PLANISPH_<a><b><c>.txt à côté du dossier de l'AFC.\n"
+         "? Pour l'axe 1 [défaut : 1] (réponses : un numéro de facteur)\n"
+         "? Pour l'axe 2 [défaut : 2] (réponses : un autre numéro de facteur)\n"
+         "? Pour l'axe 3 [défaut : 3] (réponses : un troisième numéro de facteur)\n"
+         "? coord. colonnes [défaut : O] (réponses : O, N)\n"
+         "? coord. lignes [défaut : O] (réponses : O, N)\n"
+         "? valeurs propres [défaut : O] (réponses : O, N)\n"
+         "? noms variables colonnes [défaut : O] (réponses : O, N ; sans effet sur le fichier)\n"
+         "? noms variables lignes [défaut : O] (réponses : O, N ; sans effet sur le fichier)\n"
+         "? trace, chi-deux... [défaut : N] (réponses : O, N)\n"
+         "? fichier « Fichier des coordonnées de colonnes » (*.txt) [sans défaut] (réponses : le corco.txt finalisé du dossier de l'AFC ; posée si coord. colonnes vaut O)\n"
+         "? fichier « Fichier des coordonnées de lignes » (*.txt) [sans défaut] (réponses : le corli.txt finalisé du même dossier ; posée si coord. lignes vaut O)"},
+    Operation{"smn_eur", "Form2", "&Gestion base"_cp, "Europresse"_cp, &ImporterEuropresse,
+         "Import Europresse : découpe les fichiers téléchargés ARCHIVE/<n>/<k>.txt du dossier du corpus en articles (dossier ARTICLES) puis les regroupe par journal et par jour dans ARCHIVE_BRUT/<JOURNAL>_<aaaa>_<mm>_<jj>.txt, chaque article derrière sa ligne <QORX_ATTR JOURNAL=... DATE=... > ; les articles fautifs sont notés dans CONTROLE_PREMIERE_LIGNE.txt.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : un fichier .txt du dossier du corpus, qui ne sert qu'à désigner ce dossier)"},
+    Operation{"smn_acr", "Form2", "&Gestion base"_cp, "Type : fichier unique à séparateurs"_cp, &ImporterFichierUnique,
+         "Import d'un fichier unique : coupe un fichier texte en textes aux lignes de séparation et écrit ARCHIVE_BRUT/ et REPERTOIRE.txt dans son dossier, avec les métadonnées de TABLEAU.txt s'il existe.\n"
+         "? Si vous souhaitez partitionner votre corpus, ... saisissez ce séparateur. Sinon, saisissez 'STOP' ... [défaut : STOP] (réponses : la ligne de séparation ; STOP met fin au programme)\n"
+         "? fichier « Appeler le fichier texte total » (*.txt) [sans défaut] (réponses : le fichier à découper)"},
+    Operation{"smn_xmltxm", "Form2", "&Système de fichiers"_cp, "Conversion XML-TXM"_cp, &ExporterXml,
+         "Export XML : écrit chaque texte étiqueté de la liste en XML dans ARCHIVE_XMLTXM/ (forme TXM) et ARCHIVE_XMLTEI/ (forme TEI) dans le dossier du corpus.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_repech", "Form2", "&Système de fichiers"_cp, "Répertoire-échantillon"_cp, &OperationRepertoireEchantillon,
+         "Répertoire-échantillon : écrit REPETOIRE_ECHANTILLON_<n>.txt dans le dossier du corpus, la liste d'un texte sur n.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? Tous les combien ? [sans défaut] (réponses : un nombre entier positif n)"},
+    Operation{"smn_echant", "Form2", "&Système de fichiers"_cp, "Extraire un sous-corpus"_cp, &OperationExtraireSousCorpus,
+         "Extraire un sous-corpus : copie dans EXTRAIT_<horodate>/ les fichiers des textes de la liste dont le nom contient la clé, pris dans ARCHIVE_BRUT ou OLBRIN_TT. Ne dit rien à la fin.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)\n"
+         "? ARCHIVE_BRUT ou OLBRIN_TT ? [défaut : ARCHIVE_BRUT] (réponses : ARCHIVE_BRUT, OLBRIN_TT)\n"
+         "? Partie du nom servant de clé ? [sans défaut] (réponses : un morceau de nom de texte, LE_MATIN par exemple)"},
+    Operation{"smn_ctr2", "Form2", "&Gestion base"_cp, "Contrôle doublons"_cp, &OperationControleDoublons,
+         "Contrôle des doublons : sépare dans chaque texte ARCHIVE_BRUT/<nom>.txt les articles gardés (ARCHIVE_BRUT_NEW/) des doublons rejetés (ARCHIVE_BRUT_REJETS/).\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
+    Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites,
+         "Filtrage des redites : écrit dans ARCHIVE_BRUT_FILTRE/ les textes sans leurs articles redits, et leur liste dans REPERTOIRE_NEW.txt ; le dernier article de chaque texte n'est pas repris.\n"
+         "? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : le fichier de liste des textes du corpus, REPERTOIRE.txt, dans le dossier du corpus)"},
     Operation{"smn_ext", "Form1", "Extractions"_cp, "Extraire phrases"_cp, &OperationExtrairePhrases,
               "Copie dans EXTRAITS/<clé>/ARCHIVE_BRUT, texte par texte, chaque phrase du corpus étiqueté "
               "(OLBRIN_TT) dont une forme contient la chaîne (mode CH) ou est égale à une forme de la liste "
@@ -80,13 +210,6 @@ const std::array kOperations = {
               "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
               "\n? Entrez la clé de sélection [défaut : aucun]"
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
-    Operation{"smn_lx", "Form3", "&Relevés"_cp, "Lexique"_cp, &OperationLexique},
-    Operation{"smn_tgl", "Form3", "&Relevés"_cp, "Grand lexique"_cp, &OperationGrandLexique},
-    Operation{"smn_lexm", "Form3", "&Relevés"_cp, "Lexiques_multiples"_cp, &OperationLexiquesMultiples},
-    Operation{"smn_trin", "Form3", "&Relevés"_cp, "Tri noms propres"_cp, &OperationTriNomsPropres},
-    Operation{"smn_mic", "Form3", "&Relevés"_cp, "Micro-distribution"_cp, &OperationMicroDistribution},
-    Operation{"smn_mac", "Form3", "&Relevés"_cp, "Macro-distribution"_cp, &OperationMacroDistribution},
-    Operation{"smn_tpd", "Form3", "&Relevés"_cp, "longueur de partitions"_cp, &OperationLongueurPartitions},
     Operation{"smn_qtoc", "Form3", "&Relevés"_cp, "Quantifier occurrences expression"_cp,
               &OperationQuantifierOccurrencesStatistiques,
               "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
@@ -95,16 +218,6 @@ const std::array kOperations = {
               "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
               "\n? Entrez la clé de sélection [défaut : aucun]"
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
-    Operation{"smn_afc", "Form3", "&Analyses"_cp, "AFC"_cp, &OperationAfc},
-    Operation{"smn_p2", "Form3", "&Analyses"_cp, "Projection 2 Facteurs"_cp, &OperationProjection2},
-    Operation{"smn_p3", "Form3", "&Analyses"_cp, "Projection 3 Facteurs"_cp, &OperationProjection3},
-    Operation{"smn_eur", "Form2", "&Gestion base"_cp, "Europresse"_cp, &ImporterEuropresse},
-    Operation{"smn_acr", "Form2", "&Gestion base"_cp, "Type : fichier unique à séparateurs"_cp, &ImporterFichierUnique},
-    Operation{"smn_xmltxm", "Form2", "&Système de fichiers"_cp, "Conversion XML-TXM"_cp, &ExporterXml},
-    Operation{"smn_repech", "Form2", "&Système de fichiers"_cp, "Répertoire-échantillon"_cp, &OperationRepertoireEchantillon},
-    Operation{"smn_echant", "Form2", "&Système de fichiers"_cp, "Extraire un sous-corpus"_cp, &OperationExtraireSousCorpus},
-    Operation{"smn_ctr2", "Form2", "&Gestion base"_cp, "Contrôle doublons"_cp, &OperationControleDoublons},
-    Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites},
 };
 
 }  // namespace

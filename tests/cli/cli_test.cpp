@@ -46,8 +46,8 @@ TEST(LigneDeCommande, SegmentationDuCorpusExemple) {
 TEST(LigneDeCommande, StatutsDeSortie) {
     auto e = Lancer({"liste"});
     EXPECT_EQ(e.statut, 0);
-    EXPECT_NE(e.sortie.find("Form2.smn_seg\tSegmentation\n"), std::string::npos) << e.sortie;
-    EXPECT_NE(e.sortie.find("Form2.smn_idx\tRéindexer\n"), std::string::npos) << e.sortie;
+    EXPECT_NE(e.sortie.find("    Form2.smn_seg\tSegmentation\n"), std::string::npos) << e.sortie;
+    EXPECT_NE(e.sortie.find("    Form2.smn_idx\tRéindexer\n"), std::string::npos) << e.sortie;
 
     EXPECT_EQ(Lancer({}).statut, 2);
     EXPECT_EQ(Lancer({"smn_inconnu"}).statut, 2);
@@ -74,10 +74,13 @@ TEST(LigneDeCommande, StatutsDeSortie) {
     EXPECT_EQ(e.statut, 3);
     EXPECT_EQ(e.sortie, "Ressources non constituées. Vérifiez\n");
 
-    // Without an answer and without a terminal the file dialog is cancelled: nothing happens.
+    // Without an answer and without a terminal the file dialog cannot be answered: a usage
+    // error that names it, never a silent success.
     e = Lancer({"smn_seg", "--ressources", kRessources});
-    EXPECT_EQ(e.statut, 0);
+    EXPECT_EQ(e.statut, 2);
     EXPECT_EQ(e.sortie, "");
+    EXPECT_EQ(e.erreurs, "Réponse manquante : Localiser le répertoire\n"
+                         "(question n° 1 ; à donner avec --reponse, voir « telvoris Form2.smn_seg --help »)\n");
 }
 
 }  // namespace

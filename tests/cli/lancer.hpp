@@ -15,4 +15,11 @@ struct Execution {
 // Runs telvoris with these arguments, no standard input and no terminal.
 Execution Lancer(const std::vector<std::string>& arguments);
 
+// Runs telvoris on a pseudo-terminal, as a person at a terminal would, typing `frappe`; `sortie`
+// is what the terminal shows (stdout and stderr, line ends as CR LF).
+Execution LancerTerminal(const std::vector<std::string>& arguments, const std::string& frappe);
+
+// Runs a Python 3 program on `entree` and returns its standard output ("" when python3 is absent).
+std::string LancerPython(const std::string& programme, const std::string& entree);
+
 }  // namespace telvoris::test

@@ -88,6 +88,26 @@ TEST(LeveeLigneDeCommande, SessionSimplesAvecReponses) {
     EXPECT_EQ(e.sortie, "Vous devez d'abord avoir passé la fonction 'automates'.\n");
 }
 
+TEST(LeveeLigneDeCommande, InviteDuChoixAuTerminal) {
+    if (!fs::exists("/usr/bin/script")) GTEST_SKIP() << "script (util-linux) absent";
+    DossierTemporaire d;
+    const std::string liste = Corpus(d.Chemin()).string();
+    // The prompt's default is the stop its text announces for an empty answer: Enter asks
+    // whether to stop, Enter again saves and leaves with nothing settled.
+    auto e = test::LancerTerminal({"smn_lev", "--ressources", kRessources, "--horloge", kHorloge, "-r", liste, "-r", "O"},
+                                  "\n\n");
+    EXPECT_EQ(e.statut, 0) << e.sortie;
+    EXPECT_NE(e.sortie.find("V valide les coches et passe au cas suivant ; I (ou une réponse vide) pour INTERROMPRE. [I] "),
+              std::string::npos)
+        << e.sortie;
+    EXPECT_NE(e.sortie.find("INTERROMPRE ? - Voulez-vous vraiment (O/N) interrompre cette session après avoir sauvegardé "
+                            "vos données ? [O] "),
+              std::string::npos)
+        << e.sortie;
+    EXPECT_EQ(Lire(d.Chemin() / "OLBRIN_TT" / "#F_ETAT.txt"), Lignes({"0", "0", "0"}));
+    EXPECT_EQ(Lire(d.Chemin() / "OLBRIN_TT" / "b.txt"), B(kMange, kMange));
+}
+
 TEST(LeveeLigneDeCommande, SessionComposesAvecReponses) {
     DossierTemporaire d;
     const fs::path tt = d.Chemin() / "OLBRIN_TT";

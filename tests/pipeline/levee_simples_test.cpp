@@ -223,7 +223,7 @@ TEST(LeveeSimples, SessionMeneeParLeDialogue) {
     // The same decisions as the whole session in order, given as answers, with a few detours:
     // a misunderstood answer, a review, a column ticked then cleared, a refused stop.
     c.d.fichiers.push_back(c.liste);
-    c.d.reponses = {"o",  "C2", "zz", "", "R", "***", "3", "t", "21", "I", "N", "C1", "C1", ""};
+    c.d.reponses = {"o", "C2", "zz", "V", "R", "***", "3", "t", "21", "I", "N", "C1", "C1", "V"};
     OperationLeveeSimples(c.ctx);
     EXPECT_EQ(Lire(c.TT() / "a.txt"), A("<M f=ferme l=fermer_V x=1a >"));
     EXPECT_EQ(Lire(c.TT() / "b.txt"),
