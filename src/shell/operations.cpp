@@ -45,7 +45,7 @@ const std::array kOperations = {
               "ou Forme(s) à extraire séparées par des / (mode LI) [défaut : aucun] (réponses : le texte cherché)"
               "\n? fichier « Ouvrir le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
               "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
-              "(si le dossier existe) [défaut : O] (O : dossier daté ; autre : le même dossier est réécrit)"},
+              "(si le dossier existe ; O : un dossier daté, N : le même dossier réécrit) [défaut : O] (réponses : O, N)"},
     Operation{"smn_ext2", "Form1", "Extractions"_cp, "Extraire §"_cp, &OperationExtraireParagraphes,
               "Copie dans EXTRAITS_2/<clé>/OLBRIN_TT, texte par texte, les paragraphes (lignes du texte "
               "étiqueté) qui contiennent la première chaîne demandée et aucune chaîne exclue, et la liste des "
