@@ -172,17 +172,17 @@ const std::array kOperations = {
               "qui contient deux occurrences est écrite deux fois."
               "\n? Mode d'extraction (par chaîne : 'CH' / par liste : 'LI') ? [défaut : CH] (réponses : CH, LI)"
               "\n? Chaîne(s) à extraire, séparées par des /, puis après un signe '%', chaînes exclues (mode CH) ; "
-              "ou Forme(s) à extraire séparées par des / (mode LI) [défaut : aucun]"
-              "\n? Ouvrir le répertoire : la liste des textes du corpus (fichier .txt)"
+              "ou Forme(s) à extraire séparées par des / (mode LI) [défaut : aucun] (réponses : le texte cherché)"
+              "\n? fichier « Ouvrir le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
               "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
-              "(si le dossier existe) [défaut : O] (O : dossier daté ; autre : le même dossier est réécrit)"},
+              "(si le dossier existe ; O : un dossier daté, N : le même dossier réécrit) [défaut : O] (réponses : O, N)"},
     Operation{"smn_ext2", "Form1", "Extractions"_cp, "Extraire §"_cp, &OperationExtraireParagraphes,
               "Copie dans EXTRAITS_2/<clé>/OLBRIN_TT, texte par texte, les paragraphes (lignes du texte "
               "étiqueté) qui contiennent la première chaîne demandée et aucune chaîne exclue, et la liste des "
               "textes retenus dans REPERTOIRE.Txt."
               "\n? Mode d'extraction (par chaîne : 'CH' / par liste : 'LI') ? [défaut : CH] (réponses : CH, LI)"
-              "\n? Séquence à extraire, puis après un signe '%', chaînes exclues [défaut : aucun]"
-              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? Séquence à extraire, puis après un signe '%', chaînes exclues [défaut : aucun] (réponses : le texte cherché)"
+              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
               "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
               "(si le dossier existe) [défaut : O] (réponses : O, N)"},
     Operation{"smn_extd", "Form1", "Extractions"_cp, "Extraire Documents"_cp, &OperationExtraireDocuments,
@@ -190,33 +190,33 @@ const std::array kOperations = {
               "documents dont le texte (TEXTE_MIN, ou TEXTE_NU quand la casse est respectée) contient la clé, "
               "et la liste des textes retenus dans REPERTOIRE.txt. Un dossier qui existe déjà est doublé d'un "
               "dossier daté."
-              "\n? Entrez la clé de sélection [défaut : aucun]"
+              "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"
               "\n? Si nécessaire entrez un type de filtre (JOURNAL ou DATE) [défaut : NON] (réponses : JOURNAL, DATE, NON)"
               "\n? Spécifiez une année, ou une plage d'années (format 2000-20004), ou un titre de journal "
-              "(si la réponse précédente n'est pas vide ; le nom du texte doit la contenir) [défaut : aucun]"
-              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"},
+              "(si la réponse précédente n'est pas vide) [défaut : aucun] (réponses : un texte que le nom du texte doit contenir)"
+              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"},
     Operation{"smn_extrexpr", "Form1", "Extractions"_cp, "Extraire phrases sur expressions"_cp,
               &OperationExtraireExpressions,
               "Copie dans EXTRAITS/un de ces_ETC/ARCHIVE_BRUT les phrases qui contiennent « un de ces » ou "
               "« une de ces », et la liste des textes retenus dans REPERTOIRE.Txt ; dit le nombre d'occurrences."
-              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
+              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
               "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
               "(si le dossier existe) [défaut : O] (réponses : O, N)"},
     Operation{"smn_qtoc", "Form1", "Extractions"_cp, "Quantifier occurrences"_cp, &OperationQuantifierOccurrences,
               "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
               "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
               "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
-              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
-              "\n? Entrez la clé de sélection [défaut : aucun]"
+              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
+              "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
     Operation{"smn_qtoc", "Form3", "&Relevés"_cp, "Quantifier occurrences expression"_cp,
               &OperationQuantifierOccurrencesStatistiques,
               "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
               "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
               "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
-              "\n? Localiser le répertoire : la liste des textes du corpus (fichier .txt)"
-              "\n? Entrez la clé de sélection [défaut : aucun]"
+              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
+              "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
 };
 
