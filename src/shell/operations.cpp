@@ -15,6 +15,12 @@
 #include "pipeline/marquage_composes.hpp"
 #include "pipeline/segmenteur.hpp"
 #include "stats/afc_lancement.hpp"
+#include "stats/angulations.hpp"
+#include "stats/distances.hpp"
+#include "stats/lois.hpp"
+#include "stats/outils_lexiques.hpp"
+#include "stats/outils_matrices.hpp"
+#include "stats/specificites.hpp"
 #include "stats/lexiques.hpp"
 #include "stats/macro_distribution.hpp"
 #include "stats/micro_distribution.hpp"
@@ -50,6 +56,110 @@ const std::array kOperations = {
     Operation{"smn_echant", "Form2", "&Système de fichiers"_cp, "Extraire un sous-corpus"_cp, &OperationExtraireSousCorpus},
     Operation{"smn_ctr2", "Form2", "&Gestion base"_cp, "Contrôle doublons"_cp, &OperationControleDoublons},
     Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites},
+    Operation{"smn_sepc", "Form3", "&Analyses"_cp, "Spécificités"_cp, &OperationSpecificites,
+              "Compare un lexique spécifique à un lexique de référence : pour chaque item de plus de 5 occurrences présent dans la référence, écrit l'effectif, l'effectif attendu et l'écart réduit dans SPECIFICITES.txt, dans le dossier du lexique spécifique."
+              "\n? Fichier : LEXIQUE DE REFERENCE"
+              "\n? Le lexique de référence est-il total (T) ou partiel (P) ? [défaut : P] (réponses : T, P)"
+              "\n? Fichier : FICHIER MEMO N/V (après P)"
+              "\n? Fichier : LEXIQUE SPECIFIQUE"
+              "\n? Le lexique spécifique est-il total (T) ou partiel (P) ? [défaut : P] (réponses : T, P)"
+              "\n? Fichier : FICHIER MEMO N/V (après P)"},
+    Operation{"smn_spc", "Form3", "&Analyses"_cp, "Spécif pour coloration"_cp, &OperationSpecifColoration,
+              "Écrit un fichier de codage COLOR_<horodate>.txt à côté d'une matrice d'écarts réduits : pour chaque ligne, le numéro de la couleur de la colonne choisie de plus grande valeur strictement au-dessus du seuil."
+              "\n? Nombre de couleurs, de 1 à 4"
+              "\n? Colonne sélectionnée n°<i> ? (une question par couleur)"
+              "\n? Seuil d'écart-réduit? (nombre)"
+              "\n? Fichier : Fichier d'écarts-réduits ?"},
+    Operation{"smn_angP3", "Form3", "&Analyses"_cp, "Angulation P3"_cp, &OperationAngulationP3,
+              "Calcule l'angle en degrés entre tous les items d'un fichier de globe, pour chaque paire ordonnée, dans ANGULATIONS_3.txt d'un dossier du nom du fichier."
+              "\n? Fichier : Projection ?"},
+    Operation{"smn_zag", "Form3", "&Analyses"_cp, "Zone d'angulation"_cp, &OperationZoneAngulation,
+              "Écrit COLOR_<pivot>.txt à côté d'un fichier d'angles : code 1 pour les items à moins du premier angle du pivot, 2 pour ceux à moins du second."
+              "\n? Pivot ?"
+              "\n? Angulation zone proche, en degrés entiers ?"
+              "\n? Souhaitez-vous colorer une deuxième zone (O/N) ? [défaut : N] (réponses : O, N)"
+              "\n? Angulation zone proche, en degrés entiers ? (après O)"
+              "\n? Fichier : Fichier d'angles ?"},
+    Operation{"smn_cpag", "Form3", "&Analyses"_cp, "Comparer angulations"_cp, &OperationComparerAngulations,
+              "Compare des paires de fichiers d'angles ligne à ligne : écarts dans <fichier1>_COMPAR.txt, moyenne par pivot dans <fichier1>_COMPARSYNTHESE.txt, écart moyen général en message."
+              "\n? Fichier : Liste ? (une ligne par paire)"
+              "\n? Fichier : Fichier d'angulation 1 (pour chaque paire)"
+              "\n? Fichier : Fichier d'angulation 2 (pour chaque paire)"},
+    Operation{"smn_disja", "Form3", "&Analyses"_cp, "Distance Jaccard"_cp, &OperationJaccard,
+              "Distance de Jaccard (somme des parts propres des deux vocabulaires, de 0 à 2) : d'une paire de lexiques en message, ou de toutes les paires d'un corpus dans JACCARD_<liste>.txt."
+              "\n? Calcul simple -S- (une paire) ou multiple -M- (un corpus) ? [défaut : M] (réponses : M, S)"
+              "\n? Vocaulaire des formes -F-, des lemmes -L-, des catégories -C- ? [défaut : F] (réponses : F, L) (en mode M)"
+              "\n? Fichier : Localiser le répertoire (en mode M)"
+              "\n? Fichier : lexique 1 (en mode S)"
+              "\n? Fichier : lexique 2 (en mode S)"},
+    Operation{"smn_lab", "Form3", "&Analyses"_cp, "Distance Labbé"_cp, &OperationLabbe,
+              "Distance de Labbé (0 à 1) : d'une paire de lexiques en message, ou de toutes les paires d'un corpus dans LABBE_<liste>.txt."
+              "\n? Calcul simple -S- (une paire) ou multiple -M- (un corpus) ? [défaut : M] (réponses : M, S)"
+              "\n? Vocaulaire des formes -F-, des lemmes -L-, des catégories -C- ? [défaut : F] (réponses : F, L) (en mode M)"
+              "\n? Fichier : Localiser le répertoire (en mode M)"
+              "\n? Fichier : lexique 1 (en mode S)"
+              "\n? Fichier : lexique 2 (en mode S)"},
+    Operation{"smn_dqrt", "Form3", "&Analyses"_cp, "Distance qrt"_cp, &OperationQrt,
+              "Différence moyenne des blocs de 1000 occurrences (un tous les 500) de deux textes étiquetés : d'une paire en message, ou de toutes les paires d'un corpus dans distance<liste>.txt."
+              "\n? Calcul simple -S- (une paire) ou multiple -M- (un corpus) ? [défaut : M] (réponses : M, S)"
+              "\n? Vocaulaire des formes -F-, des lemmes -L-, des catégories -C- ? [défaut : F] (réponses : F, L) (en mode M)"
+              "\n? Fichier : Localiser le répertoire (en mode M)"
+              "\n? Fichier : lexique 1 (un texte étiqueté, en mode S)"
+              "\n? Fichier : lexique 2 (un texte étiqueté, en mode S)"},
+    Operation{"smn_spear", "Form3", "&Analyses"_cp, "Spearman"_cp, &OperationSpearman,
+              "Corrélation des rangs de Spearman de deux listes des mêmes items (une ligne : item, effectif, item, effectif) : N(N²-1)/3, Q, 2Q et rho dans _SPEARMAN.txt du dossier."
+              "\n? Fichier : liste ?"},
+    Operation{"Smn_x2", "Form3", "&Analyses"_cp, "chi_deux"_cp, &OperationChiDeux,
+              "Khi-deux d'une matrice : écarts (O-E)/racine(E) et khi-deux total dans CHI-DEUX.txt, khi-deux de chaque paire de lignes dans CHI-DEUX-PAIRES.txt et CHI-DEUX-PAIRES_TAB.txt, à côté de la matrice."
+              "\n? Fichier : matrice ?"},
+    Operation{"smn_binom", "Form3", "&Analyses"_cp, "Binomiale-essai"_cp, &OperationBinomialeEssai,
+              "Table de la loi binomiale : P(k) et queue cumulée P(>= k) pour k de 0 à n, dans le volet des résultats."
+              "\n? Empan ? (entier, au plus 1000)"
+              "\n? Probabilité ? (de 0 à 1)"},
+    Operation{"smn_bnmxl", "Form3", "&Analyses"_cp, "Binomiale étendue"_cp, &OperationBinomialeEtendue,
+              "Table de la loi binomiale : P(k) et queue cumulée P(>= k) pour k de 0 à n, dans le volet des résultats."
+              "\n? Empan ? (entier, au plus 1000)"
+              "\n? Probabilité ? (de 0 à 1)"},
+    Operation{"smn_v1000", "Form3", "&Analyses"_cp, "Variété par 1000"_cp, &OperationVariete,
+              "Nombre moyen de formes distinctes par bloc de 1000 occurrences des textes d'une liste, dans VARIETE_<horodate>.txt à la racine du corpus et en message."
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_zipf", "Form3", "&Analyses"_cp, "Zipf"_cp, &OperationZipf,
+              "Nombre d'items de chaque fréquence sous le seuil, du seuil à 1, dans <lexique>_ZIPF.txt."
+              "\n? Seuil supérieur ? - limite 10000"
+              "\n? Fichier : lexique à traiter"},
+    Operation{"smn_compmat", "Form3", "&Analyses"_cp, "Comparer 2 matrices de cooc"_cp, &OperationComparerMatrices,
+              "Compare la distribution de chaque ligne dans deux matrices de même forme : somme de (x-m)(y-m)/m par ligne dans <matrice1>_COMP_<matrice2>.txt."
+              "\n? Fichier : 1ère matrice"
+              "\n? Fichier : 2ème matrice"},
+    Operation{"smn_adlex", "Form3", "&Relevés"_cp, "additionner_lexiques"_cp, &OperationAdditionnerLexiques,
+              "Additionne les lexiques PARTIELS/<nom>.txt des noms de la liste dans LEXIQUE_TOTAL.txt à la racine du corpus."
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_admat", "Form3", "&Relevés"_cp, "Additionner 2 matrices"_cp, &OperationAdditionnerMatrices,
+              "Additionne cellule à cellule des matrices de même forme dans MATRICE_TOTALE.txt à côté de la première."
+              "\n? Nombre de matrices à additionner ? [défaut : 2]"
+              "\n? Fichier : Matrice n°<i> ? (une par matrice)"},
+    Operation{"smn_extra", "Form3", "&Relevés"_cp, "extraction d'un tableau"_cp, &OperationExtractionTableau,
+              "Extrait d'une micro-distribution les cellules dont l'écart dépasse le seuil (ligne, colonne, effectif, écart) dans EXTRACTION.txt d'un dossier du nom de la matrice."
+              "\n? seuil inférieur ?"
+              "\n? Fichier : matrice brute à analyser (MICRO_BRUT)"},
+    Operation{"smn_fillex", "Form3", "&Relevés"_cp, "Filtrage du lexique par chaîne"_cp, &OperationFiltrageLexique,
+              "Garde les lignes d'un lexique dont l'item contient la chaîne (partout, au début ou à la fin) dans <lexique>_FILTRE_<chaîne>_<position>.txt."
+              "\n? Partie de chaîne à retrouver"
+              "\n? Position : indifférente (I); début de mot (D); fin de mot (F) ? [défaut : I] (réponses : I, D, F)"
+              "\n? Fichier : lexique à traiter"},
+    Operation{"smn_rdesl", "Form3", "&Relevés"_cp, "Retrouver des effectifs sur liste"_cp, &OperationEffectifsSurListe,
+              "Pour chaque item d'une liste, son effectif dans un lexique ou INCONNU, dans <liste>_QUANT.txt."
+              "\n? Fichier : LEXIQUE"
+              "\n? Fichier : LISTE"},
+    Operation{"B12_Paramètres", "Form3", "&Relevés"_cp, "Sélection d'items"_cp, &OperationSelectionItems,
+              "Garde les premiers items d'un lexique, hors mots exclus, nombres et catégories non retenues, dans <lexique>_SL_<n>.txt."
+              "\n? Nombre d'items à retenir"
+              "\n? Choix de la liste d'exclus (graph.) [défaut : standard] (réponses : standard, personnalisée, aucune)"
+              "\n? Filtrage [défaut : sans filtrage] (réponses : par catégories, sans filtrage, Liste de lemmes)"
+              "\n? Retenir les nombres ? [défaut : oui] (réponses : oui, non)"
+              "\n? Indiquez les catégories à retenir (modèle : SF ou SF/SM/J/R/V...). [défaut : SF/SM/V/J/R] (par catégories)"
+              "\n? Fichier : fichier de 'mots-outils' (à éliminer) (personnalisée)"
+              "\n? Fichier : lexique à traiter"},
 };
 
 }  // namespace
