@@ -20,6 +20,7 @@
 #include "stats/lois.hpp"
 #include "stats/outils_lexiques.hpp"
 #include "stats/outils_matrices.hpp"
+#include "stats/sequences.hpp"
 #include "stats/specificites.hpp"
 #include "stats/lexiques.hpp"
 #include "stats/macro_distribution.hpp"
@@ -160,6 +161,18 @@ const std::array kOperations = {
               "\n? Indiquez les catégories à retenir (modèle : SF ou SF/SM/J/R/V...). [défaut : SF/SM/V/J/R] (par catégories)"
               "\n? Fichier : fichier de 'mots-outils' (à éliminer) (personnalisée)"
               "\n? Fichier : lexique à traiter"},
+    Operation{"smn_sgr", "Form3", "&Relevés"_cp, "Séquences de mots"_cp, &OperationSequencesMots,
+              "Repère les suites de mots répétées des textes étiquetés d'une liste, avec le taux de chaque mot par rapport à un lexique simple : LEXIQUES/SEG_REP_<horodate>.txt (CODICO, SEQUENCE, NB_OCC, PIVOT, TAUX_PIVOT, TAUX_1...) et la trace LEXIQUES/SEG_REP_CONTROLE.txt."
+              "\n? Seuil d'occurrence ?"
+              "\n? Filtrer avec le dictionnaire des composés ? [défaut : N] (réponses : O, N)"
+              "\n? Fichier : LEXIQUE SIMPLE"
+              "\n? Fichier : REPERTOIRE (la liste des textes)"},
+    Operation{"smn_rcplt", "Form3", "&Relevés"_cp, "Recherche type \"un autre X\""_cp, &OperationUnAutreX,
+              "Relève dans le texte nu de chaque texte de la liste chaque occurrence de la clé suivie du nombre de mots demandé : SEQUENCES/<clé>.txt (texte, tabulation, la clé et ses mots)."
+              "\n? Entrez la clé de sélection"
+              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : OUI, NON)"
+              "\n? Nombre de mots à droite"
+              "\n? Fichier : Localiser le répertoire"},
 };
 
 }  // namespace
