@@ -19,6 +19,7 @@
 #include "stats/distances.hpp"
 #include "stats/lois.hpp"
 #include "stats/outils_lexiques.hpp"
+#include "stats/outils_corpus.hpp"
 #include "stats/outils_matrices.hpp"
 #include "stats/sequences.hpp"
 #include "stats/specificites.hpp"
@@ -173,6 +174,20 @@ const std::array kOperations = {
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : OUI, NON)"
               "\n? Nombre de mots à droite"
               "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_stapos", "Form3", "&Relevés"_cp, "Statistiques par pos"_cp, &OperationStatistiquesPos,
+              "Compte les occurrences « <M » des textes étiquetés de la liste par catégorie (lignes) et par valeur du critère pris dans les métadonnées (colonnes) : FLEXTRA.txt à la racine du corpus."
+              "\n? Fichier : Localiser le répertoire"
+              "\n? Critère de partition ? [défaut : AUCUN] (une clé de métadonnée, ou AUCUN)"
+              "\n? Nombre de caractères à gauche de la date ? [défaut : 4] (après DATE)"},
+    Operation{"smn_lds", "Form3", "&Relevés"_cp, "liste_descripteurs"_cp, &OperationListeDescripteurs,
+              "Relève les valeurs d'un descripteur dans les métadonnées de tous les fichiers sous DCP/ du corpus, avec leurs effectifs : LISTES_DESCRIPTEURS/<nom>.txt ; message des cas remplis, des types et des articles."
+              "\n? Nom du descripteur ?"
+              "\n? Fichier : REPERTOIRE (fixe la racine du corpus)"},
+    Operation{"Command1", "Form3", "&Relevés"_cp, "ECLAIRAGE"_cp, &OperationEclairage,
+              "Découpe un texte étiqueté en parties égales en nombre de mots (MOTS) ou à chaque métadonnée (META), en ajoutant le jeton « <PC f=. l=. >. » à la fin de chaque partie : <texte>_ECLAIRAGE.txt."
+              "\n? Fichier : Texte ?"
+              "\n? Mode de subdivision ? [défaut : MOTS] (réponses : MOTS, META)"
+              "\n? nombre de mots par subdivision ? [défaut : 1000]"},
 };
 
 }  // namespace
