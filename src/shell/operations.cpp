@@ -22,6 +22,7 @@
 #include "stats/outils_corpus.hpp"
 #include "stats/outils_matrices.hpp"
 #include "stats/sequences.hpp"
+#include "stats/sequences_mois.hpp"
 #include "stats/specificites.hpp"
 #include "stats/lexiques.hpp"
 #include "stats/macro_distribution.hpp"
@@ -188,6 +189,17 @@ const std::array kOperations = {
               "\n? Fichier : Texte ?"
               "\n? Mode de subdivision ? [défaut : MOTS] (réponses : MOTS, META)"
               "\n? nombre de mots par subdivision ? [défaut : 1000]"},
+    Operation{"smn_sqq", "Form3", "&Relevés"_cp, "séquences_1"_cp, &OperationSequences1,
+              "Première étape du relevé mensuel : pour chaque mois (tiré du nom des textes, <JOURNAL>_<aaaa>_<mm>_<jj>), le lexique LEXIQUES/PARMOIS_<mois>.txt, le mémo MEMOS/MEMO_<mois>.txt et les séquences SEQUENCES/<mois>.txt (séquence, effectif) ; trace CONTROLE.txt à la racine du corpus."
+              "\n? Seuil d'occurrence ?"
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_sqq2", "Form3", "&Relevés"_cp, "séquences_2"_cp, &OperationSequences2,
+              "Deuxième étape : pour chaque mois des MEMOS, le taux de chaque séquence rapporté au N du mois (SEQUENCES/TAUX_<mois>.txt), et le total de tous les mois par effectif décroissant, clos par « N = » et la somme (SEQUENCES/A_TOTAL.txt)."
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_sqpr", "Form3", "&Relevés"_cp, "seq_provi"_cp, &OperationSequencesProvi,
+              "Forme provisoire de la première étape du relevé mensuel : mêmes questions, listes et fichiers que séquences_1."
+              "\n? Seuil d'occurrence ?"
+              "\n? Fichier : Localiser le répertoire"},
 };
 
 }  // namespace

@@ -87,7 +87,7 @@ struct ReleveurSequences::Table {
 };
 
 ReleveurSequences::ReleveurSequences(EnsembleMots nonOuvrants, EnsembleMots nonFermants, const EnsembleMots* composes,
-                                     CasierLexique& lexique, long long seuil, EcrivainFichier& sortie)
+                                     CasierLexique* lexique, long long seuil, EcrivainFichier& sortie)
     : table_(std::make_unique<Table>()),
       nonOuvrants_(std::move(nonOuvrants)),
       nonFermants_(std::move(nonFermants)),
@@ -163,6 +163,13 @@ void ReleveurSequences::Vider() {
     std::stable_sort(retenues.begin(), retenues.end(), [](const auto* a, const auto* b) { return a->n > b->n; });
     std::string& ligne = sortie_.Tampon();
     for (const auto* e : retenues) {
+        if (!lexique_) {
+            ligne += e->sequence;
+            ligne += '\t';
+            ligne += std::to_string(e->n);
+            sortie_.FinLigne();
+            continue;
+        }
         ligne += e->code;
         ligne += '\t';
         ligne += e->sequence;
@@ -172,7 +179,7 @@ void ReleveurSequences::Vider() {
         std::string_view pivot;
         float meilleur = 0;
         for (const std::string_view mot : Decouper(e->sequence, " ")) {
-            const auto* l = lexique_.Trouver(mot, CasierLexique::Cle(mot));
+            const auto* l = lexique_->Trouver(mot, CasierLexique::Cle(mot));
             if (!l || l->compte == 0) {
                 taux += "\t-";
                 continue;
@@ -225,7 +232,7 @@ void OperationSequencesMots(Contexte& ctx) {
     EcrivainFichier sortie(Chemin(dossier, Joindre("SEG_REP_", horodate, ".txt")));
     EcrivainFichier controle(dossier / "SEG_REP_CONTROLE.txt");
     sortie.Ligne(EnteteSequences());
-    ReleveurSequences releveur(std::move(nonOuvrants), std::move(nonFermants), filtre ? &composes : nullptr, *lexique,
+    ReleveurSequences releveur(std::move(nonOuvrants), std::move(nonFermants), filtre ? &composes : nullptr, lexique.get(),
                                seuil, sortie);
     std::string texte;
     const std::size_t n = liste.noms.size();

@@ -32,9 +32,10 @@ EnsembleMots ChargerClesComposes(const std::filesystem::path& ressources);
 class ReleveurSequences {
 public:
     // `nonOuvrants`: words that may not open a sequence; `nonFermants`: words that may not close
-    // one. `composes`, when given, holds the known compounds that are not counted.
+    // one. `composes`, when given, holds the known compounds that are not counted. With a lexicon
+    // of single words the lines are those of the SEG_REP_ table; without, "sequence, tab, count".
     ReleveurSequences(EnsembleMots nonOuvrants, EnsembleMots nonFermants, const EnsembleMots* composes,
-                      CasierLexique& lexique, long long seuil, EcrivainFichier& sortie);
+                      CasierLexique* lexique, long long seuil, EcrivainFichier& sortie);
     ~ReleveurSequences();
     // Counts the sequences of one tagged text.
     void Texte(std::string_view tague);
@@ -46,7 +47,7 @@ private:
     std::unique_ptr<Table> table_;
     EnsembleMots nonOuvrants_, nonFermants_;
     const EnsembleMots* composes_;
-    CasierLexique& lexique_;
+    CasierLexique* lexique_;
     long long seuil_;
     EcrivainFichier& sortie_;
 };
