@@ -190,7 +190,7 @@ const std::array kOperations = {
               "\n? Mode de subdivision ? [défaut : MOTS] (réponses : MOTS, META)"
               "\n? nombre de mots par subdivision ? [défaut : 1000]"},
     Operation{"smn_sqq", "Form3", "&Relevés"_cp, "séquences_1"_cp, &OperationSequences1,
-              "Première étape du relevé mensuel : pour chaque mois (tiré du nom des textes, <JOURNAL>_<aaaa>_<mm>_<jj>), le lexique LEXIQUES/PARMOIS_<mois>.txt, le mémo MEMOS/MEMO_<mois>.txt et les séquences SEQUENCES/<mois>.txt (séquence, effectif) ; trace CONTROLE.txt à la racine du corpus."
+              "Première étape du relevé mensuel : pour chaque mois (tiré du nom des textes, <JOURNAL>_aaaa-mm-jj ou <JOURNAL>_aaaa_mm_jj), le lexique LEXIQUES/PARMOIS_<mois>.txt, le mémo MEMOS/MEMO_<mois>.txt et les séquences SEQUENCES/<mois>.txt (séquence, effectif) ; trace CONTROLE.txt à la racine du corpus."
               "\n? Seuil d'occurrence ?"
               "\n? Fichier : Localiser le répertoire"},
     Operation{"smn_sqq2", "Form3", "&Relevés"_cp, "séquences_2"_cp, &OperationSequences2,

@@ -28,8 +28,15 @@ std::string MoisDuTexte(std::string_view nom) {
         return !t.empty() && std::all_of(t.begin(), t.end(), [](char c) { return c >= '0' && c <= '9'; });
     };
     const std::size_t n = champs.size();
-    if (n < 4 || !chiffres(champs[n - 3]) || !chiffres(champs[n - 2]) || !chiffres(champs[n - 1])) return "SANS_DATE";
-    return Joindre(champs[n - 3], "_", champs[n - 2]);
+    // "<JOURNAL>_aaaa-mm-jj", as the press import names its texts.
+    const std::string_view dernier = champs[n - 1];
+    if (n >= 2 && dernier.size() == 10 && dernier[4] == '-' && dernier[7] == '-' && chiffres(dernier.substr(0, 4)) &&
+        chiffres(dernier.substr(5, 2)) && chiffres(dernier.substr(8, 2)))
+        return std::string(dernier.substr(0, 7));
+    // "<JOURNAL>_aaaa_mm_jj".
+    if (n >= 4 && chiffres(champs[n - 3]) && chiffres(champs[n - 2]) && chiffres(dernier))
+        return Joindre(champs[n - 3], "_", champs[n - 2]);
+    return "SANS_DATE";
 }
 
 namespace {

@@ -9,8 +9,8 @@
 
 namespace telvoris {
 
-// The month of a text from its name "<JOURNAL>_<aaaa>_<mm>_<jj>": "aaaa_mm"; "SANS_DATE" when
-// the name does not end in a date.
+// The month of a text from its name: "aaaa-mm" for "<JOURNAL>_aaaa-mm-jj", "aaaa_mm" for
+// "<JOURNAL>_aaaa_mm_jj"; "SANS_DATE" when the name does not end in a date.
 std::string MoisDuTexte(std::string_view nom);
 
 void OperationSequences1(Contexte& ctx);       // smn_sqq

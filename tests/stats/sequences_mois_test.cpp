@@ -16,6 +16,9 @@ std::string M(const std::string& f) { return "<M f=" + f + " l=" + f + "_X >" + 
 
 TEST(SequencesMois, PremiereEtDeuxiemeEtapeParMois) {
     EXPECT_EQ(MoisDuTexte("Le_Monde_2005_01_03"), "2005_01");
+    EXPECT_EQ(MoisDuTexte("LE_MATIN_DU_SUD_2024-03-01"), "2024-03");
+    EXPECT_EQ(MoisDuTexte("2024-03-01"), "SANS_DATE");
+    EXPECT_EQ(MoisDuTexte("X_2024-3-01"), "SANS_DATE");
     EXPECT_EQ(MoisDuTexte("notes"), "SANS_DATE");
     EXPECT_EQ(MoisDuTexte("a_b_2005_x1_03"), "SANS_DATE");
 
