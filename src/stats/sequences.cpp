@@ -73,17 +73,16 @@ char MinusculeOctet(char c) {
 
 }  // namespace
 
+// The sequences, numbered in order of first appearance (a sequence always falls in the bucket of
+// its longest word), with their count and kind, and the order of each bucket.
 struct ReleveurSequences::Table {
     struct Entree {
-        std::string sequence;
         long long n = 0;
         char code = 'A';
     };
-    struct Casier {
-        std::vector<Entree> entrees;
-        std::unordered_map<std::string, std::uint32_t, HachageTexte, std::equal_to<>> index;
-    };
-    std::array<Casier, kNbCasiers> casiers;
+    IndexTextes index;
+    std::vector<Entree> entrees;
+    std::array<std::vector<std::uint32_t>, kNbCasiers> casiers;
 };
 
 ReleveurSequences::ReleveurSequences(EnsembleMots nonOuvrants, EnsembleMots nonFermants, const EnsembleMots* composes,
@@ -101,7 +100,9 @@ ReleveurSequences::~ReleveurSequences() = default;
 void ReleveurSequences::Texte(std::string_view tague) {
     LigneJetons lj;
     std::vector<std::string> formes;
-    std::vector<char> estMot;
+    // Per token: 1 a word, 2 a word that may not open, 4 one that may not close, 8 one with a digit.
+    enum : unsigned char { kMot = 1, kNonOuvrant = 2, kNonFermant = 4, kChiffre = 8 };
+    std::vector<unsigned char> drapeaux;
     std::vector<std::string_view> brutes;
     std::string sequence;
     LecteurLignes lecteur(tague);
@@ -111,7 +112,7 @@ void ReleveurSequences::Texte(std::string_view tague) {
         DecouperLigne(ligne, lj, Copie::Statistiques);
         const auto n = static_cast<std::size_t>(lj.NbJetons);
         if (formes.size() < n + 1) formes.resize(n + 1);
-        estMot.assign(n + 1, 0);
+        drapeaux.assign(n + 1, 0);
         brutes.assign(n + 1, {});
         for (std::size_t i = 1; i <= n; ++i) {
             const std::string_view j = lj.jeton[i];
@@ -120,35 +121,37 @@ void ReleveurSequences::Texte(std::string_view tague) {
             brutes[i] = LireAttributsVue(j).f;
             if (brutes[i].empty()) continue;
             Minusculiser(brutes[i], formes[i]);
-            estMot[i] = 1;
+            unsigned char d = kMot;
+            if (nonOuvrants_.contains(formes[i])) d |= kNonOuvrant;
+            if (nonFermants_.contains(formes[i])) d |= kNonFermant;
+            if (AChiffre(formes[i])) d |= kChiffre;
+            drapeaux[i] = d;
         }
         for (std::size_t i = 1; i <= n; ++i) {
-            if (!estMot[i]) continue;
+            if (!(drapeaux[i] & kMot) || (drapeaux[i] & (kNonOuvrant | kNonFermant))) continue;
             const int c0 = Code(brutes[i][0]);
-            const std::string& debut = formes[i];
-            if (!((c0 >= 97 && c0 <= 122) || c0 >= 224)) continue;
-            if (nonOuvrants_.contains(debut) || nonFermants_.contains(debut) || brutes[i] == "M.") continue;
-            sequence = debut;
-            std::string_view plusLong = debut;
+            if (!((c0 >= 97 && c0 <= 122) || c0 >= 224) || brutes[i] == "M.") continue;
+            sequence = formes[i];
+            std::string_view plusLong = formes[i];
             for (std::size_t j = i + 1; j <= n && j <= i + MAX_MOTS_SUITE_SEQUENCE; ++j) {
-                if (!estMot[j]) break;
+                if (!(drapeaux[j] & kMot) || (drapeaux[j] & kChiffre)) break;
                 const std::string& mot = formes[j];
-                if (AChiffre(mot)) break;
                 if (mot.size() > plusLong.size()) plusLong = mot;
                 sequence += ' ';
                 sequence += mot;
-                if (nonFermants_.contains(mot)) continue;
+                if (drapeaux[j] & kNonFermant) continue;
                 if (composes_ && composes_->contains(sequence)) continue;
-                // The kind "C": the sequence closes on a word that may not open one.
-                const char code = nonOuvrants_.contains(mot) ? 'C' : 'A';
-                auto& casier = table_->casiers[IndiceCasier(ClasserItem(plusLong, Copie::Statistiques))];
-                if (const auto it = casier.index.find(sequence); it != casier.index.end()) {
-                    ++casier.entrees[it->second].n;
+                bool nouveau = false;
+                const std::uint32_t k = table_->index.Inserer(sequence, nouveau);
+                if (!nouveau) {
+                    ++table_->entrees[k].n;
                     continue;
                 }
-                casier.index.emplace(sequence, static_cast<std::uint32_t>(casier.entrees.size()));
-                casier.entrees.push_back({sequence, 1, code});
-                if (casier.entrees.size() > MAX_ENTREES_CASIER_SEQUENCES) Vider();
+                // The kind "C": the sequence closes on a word that may not open one.
+                table_->entrees.push_back({1, (drapeaux[j] & kNonOuvrant) ? 'C' : 'A'});
+                auto& casier = table_->casiers[IndiceCasier(ClasserItem(plusLong, Copie::Statistiques))];
+                casier.push_back(k);
+                if (casier.size() > MAX_ENTREES_CASIER_SEQUENCES) Vider();
             }
         }
     }
@@ -156,35 +159,40 @@ void ReleveurSequences::Texte(std::string_view tague) {
 
 void ReleveurSequences::Vider() {
     // By count, equal counts in bucket order and order of first appearance.
-    std::vector<const Table::Entree*> retenues;
+    std::vector<std::uint32_t> retenues;
     for (const auto& casier : table_->casiers)
-        for (const auto& e : casier.entrees)
-            if (e.n >= seuil_) retenues.push_back(&e);
-    std::stable_sort(retenues.begin(), retenues.end(), [](const auto* a, const auto* b) { return a->n > b->n; });
+        for (const std::uint32_t k : casier)
+            if (table_->entrees[k].n >= seuil_) retenues.push_back(k);
+    const auto& entrees = table_->entrees;
+    std::stable_sort(retenues.begin(), retenues.end(),
+                     [&](std::uint32_t a, std::uint32_t b) { return entrees[a].n > entrees[b].n; });
     std::string& ligne = sortie_.Tampon();
-    for (const auto* e : retenues) {
+    std::string taux;
+    for (const std::uint32_t k : retenues) {
+        const auto& e = entrees[k];
+        const std::string& sequence = table_->index.Texte(k);
         if (!lexique_) {
-            ligne += e->sequence;
+            ligne += sequence;
             ligne += '\t';
-            ligne += std::to_string(e->n);
+            ligne += std::to_string(e.n);
             sortie_.FinLigne();
             continue;
         }
-        ligne += e->code;
+        ligne += e.code;
         ligne += '\t';
-        ligne += e->sequence;
+        ligne += sequence;
         ligne += '\t';
-        ligne += std::to_string(e->n);
-        std::string taux;
+        ligne += std::to_string(e.n);
+        taux.clear();
         std::string_view pivot;
         float meilleur = 0;
-        for (const std::string_view mot : Decouper(e->sequence, " ")) {
+        for (const std::string_view mot : Decouper(sequence, " ")) {
             const auto* l = lexique_->Trouver(mot, CasierLexique::Cle(mot));
             if (!l || l->compte == 0) {
                 taux += "\t-";
                 continue;
             }
-            const auto t = static_cast<float>(Round(static_cast<double>(e->n) / static_cast<double>(l->compte), 3));
+            const auto t = static_cast<float>(Round(static_cast<double>(e.n) / static_cast<double>(l->compte), 3));
             if (t > meilleur) {
                 meilleur = t;
                 pivot = mot;
@@ -199,10 +207,9 @@ void ReleveurSequences::Vider() {
         ligne += taux;
         sortie_.FinLigne();
     }
-    for (auto& casier : table_->casiers) {
-        casier.entrees.clear();
-        casier.index.clear();
-    }
+    table_->index.Vider();
+    table_->entrees.clear();
+    for (auto& casier : table_->casiers) casier.clear();
 }
 
 void OperationSequencesMots(Contexte& ctx) {
