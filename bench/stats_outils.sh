@@ -36,13 +36,16 @@ sortie=bench/resultats/stats_outils_${mo}mo.txt
 mesurer() {  # label, unit count, unit name, then the command
     local label="$1" n="$2" unite="$3"; shift 3
     /usr/bin/time -v -o "$sortie.time" "$@" >/dev/null
-    local s kio
+    local s cpu kio
     s=$(grep 'Elapsed (wall clock)' "$sortie.time" | awk '{print $NF}' | awk -F: '{ if (NF==3) print $1*3600+$2*60+$3; else print $1*60+$2 }')
+    cpu=$(grep -E '(User|System) time' "$sortie.time" | awk '{s+=$NF} END {print s}')
     kio=$(grep 'Maximum resident set size' "$sortie.time" | awk '{print $NF}')
-    python3 - "$label" "$n" "$unite" "$s" "$kio" <<'PY'
+    python3 - "$label" "$n" "$unite" "$s" "$cpu" "$kio" <<'PY'
 import sys
-label, n, unite, s, kio = sys.argv[1], float(sys.argv[2]), sys.argv[3], float(sys.argv[4]), int(sys.argv[5])
-print(f"{label} : {s:.2f} s, {n/max(s, 1e-3)/1e6:.1f} M {unite}/s, mémoire maximale {kio/1024:.0f} Mio")
+label, n, unite, s, cpu, kio = sys.argv[1], float(sys.argv[2]), sys.argv[3], float(sys.argv[4]), float(sys.argv[5]), int(sys.argv[6])
+# On a shared machine the processor time says more than the wall time.
+print(f"{label} : {s:.2f} s ({cpu:.2f} s de processeur), {n/max(cpu, 1e-3):,.0f} {unite}/s de processeur, "
+      f"mémoire maximale {kio/1024:.0f} Mio")
 PY
 }
 {

@@ -96,6 +96,18 @@ double DistanceJaccard(const LexiqueNumerote& l1, const LexiqueNumerote& l2) {
     return Round(d, 3);
 }
 
+namespace {
+
+// Round(v) to an integer for v >= 0, without the decimal text where the fraction is clearly on
+// one side of one half: the decimal value of 15 digits lies within v x 1e-14 of v.
+double ArrondiEntier(double v) {
+    const double entier = std::floor(v), fraction = v - entier;
+    if (std::fabs(fraction - 0.5) > v * 1e-14 + 1e-300) return fraction > 0.5 ? entier + 1 : entier;
+    return Round(v);
+}
+
+}  // namespace
+
 double DistanceLabbe(const LexiqueNumerote& a, const LexiqueNumerote& b) {
     const bool echange = a.total > b.total;
     const LexiqueNumerote& petit = echange ? b : a;
@@ -104,7 +116,8 @@ double DistanceLabbe(const LexiqueNumerote& a, const LexiqueNumerote& b) {
     // The larger text's counts brought to the smaller's size, each kept as a single, and their sum
     // rounded to an integer after each addition, in the order of the file.
     double nPrime = 0;
-    for (const auto& [n, f2] : grand.ordre) nPrime = Round(nPrime + static_cast<float>(u * static_cast<double>(f2)));
+    for (const auto& [n, f2] : grand.ordre)
+        nPrime = ArrondiEntier(nPrime + static_cast<float>(u * static_cast<double>(f2)));
     double d = 0;
     std::size_t i = 0, j = 0;
     const auto& p = petit.trie;

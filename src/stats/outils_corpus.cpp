@@ -73,13 +73,16 @@ void OperationStatistiquesPos(Contexte& ctx) {
     const bool aucun = critere == "AUCUN";
     Numerotation categories, valeurs;
     std::vector<std::vector<long long>> comptes;  // [category][value]
-    std::size_t colonne = valeurs.Numero(aucun ? std::string_view("TOTAL") : std::string_view());
+    constexpr std::size_t kAucune = std::size_t(-1);
+    const std::size_t total = aucun ? valeurs.Numero("TOTAL") : kAucune;
     std::string texte;
     const std::size_t n = liste->noms.size();
     for (std::size_t t = 0; t < n; ++t) {
         if (liste->noms[t].empty()) continue;
         d.Progression(liste->noms[t], static_cast<long long>(t + 1), static_cast<long long>(n));
         LireFichier(Chemin(liste->doss_racine / "OLBRIN_TT", Joindre(liste->noms[t], ".txt")), texte);
+        // Tokens before the first metadata line of a text go to a column without a name.
+        std::size_t colonne = total;
         LecteurLignes lecteur(texte);
         std::string_view ligne;
         while (lecteur.Suivante(ligne)) {
@@ -94,6 +97,7 @@ void OperationStatistiquesPos(Contexte& ctx) {
                 const std::size_t fin = ligne.find('>', p);
                 const std::string_view balise = ligne.substr(p, fin == std::string_view::npos ? std::string_view::npos : fin - p + 1);
                 const std::size_t r = categories.Numero(CategorieJeton(ValeurAttribut(balise, "l")));
+                if (colonne == kAucune) colonne = valeurs.Numero("");
                 if (r >= comptes.size()) comptes.resize(r + 1);
                 auto& rangee = comptes[r];
                 if (colonne >= rangee.size()) rangee.resize(colonne + 1, 0);

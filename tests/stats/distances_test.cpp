@@ -28,6 +28,8 @@ TEST(Distances, JaccardEtLabbeCasLimitesEtSymetrie) {
     const auto x = Lex(dico, {{"x", 5}}), y = Lex(dico, {{"y", 5}});
     EXPECT_EQ(DistanceJaccard(x, y), 2.0);
     EXPECT_EQ(DistanceLabbe(x, y), 1.0);
+    // U = 0,5: the halves of "x" and "y" round to even (0), so N' = 1 and d = 3 / (2 + 1).
+    EXPECT_EQ(DistanceLabbe(Lex(dico, {{"x", 2}}), Lex(dico, {{"x", 1}, {"y", 1}, {"z", 2}})), 1.0);
     const auto vide = Lex(dico, {});
     EXPECT_NE(test::MessageErreur([&] { DistanceJaccard(a, vide); }).find("Division par zéro"), std::string::npos);
 }

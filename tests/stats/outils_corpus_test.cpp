@@ -38,7 +38,13 @@ TEST(OutilsCorpus, StatistiquesParPosSansEtAvecDate) {
     b.dialogue.fichiers = {b.Liste({"t1", "t2"})};
     b.dialogue.reponses = {"DATE", "4"};
     OperationStatistiquesPos(b.ctx);
-    EXPECT_EQ(b.Sortie("FLEXTRA.txt"), Lignes({"\t\t2005\t2006", "D\t0\t1\t0", "SM\t0\t2\t0", "AMBIGU\t0\t0\t1"}));
+    EXPECT_EQ(b.Sortie("FLEXTRA.txt"), Lignes({"\t2005\t2006", "D\t1\t0", "SM\t2\t0", "AMBIGU\t0\t1"}));
+    // Tokens before any metadata line make a column without a name.
+    b.Tague("t3", {"<M f=vent l=vent_SM >vent", "<QORX_ATTR DATE=2007-01-01 >", "<M f=vent l=vent_SM >vent"});
+    b.dialogue.fichiers = {b.Liste({"t3"})};
+    b.dialogue.reponses = {"DATE", "4"};
+    OperationStatistiquesPos(b.ctx);
+    EXPECT_EQ(b.Sortie("FLEXTRA.txt"), Lignes({"\t\t2007", "SM\t1\t1"}));
     EXPECT_EQ(b.dialogue.questions.back(), std::string("Nombre de caractères à gauche de la date ?"_cp));
 }
 
