@@ -34,7 +34,7 @@ struct ContenuCorrection {
     std::vector<std::string> substitutions = {"rn\tm", "cl\td"};
     std::vector<std::string> matrice = {"\ta\te\to\tm", "a\t\t3\t2", "e\t\t\t1", "o", "m"};
     std::vector<std::string> diacritiques = {"101\t1", "233\t1", "232\t1", "97\t2", "224\t2"};
-    std::vector<std::string> graphies = {"estre\têtre", "sç\ts"};
+    std::vector<std::string> graphies = {C("estre\têtre"_cp), C("sç\ts"_cp)};
 };
 
 inline void RemplirCasiers(const fs::path& r, std::string_view dossier, const std::vector<std::string>& lignes,
