@@ -1,5 +1,7 @@
 #include "correction/reperage.hpp"
 
+#include <algorithm>
+#include <map>
 #include <unordered_set>
 
 #include "core/erreurs.hpp"
@@ -18,91 +20,96 @@ const fs::path Manquants(const ListeTextes& liste) { return Chemin(liste.doss_ra
 
 }  // namespace
 
-ConcordancierReperage::ConcordancierReperage(const ListeTextes& liste) : liste_(liste) {
-    for (const std::string& nom : liste.noms) textes_.push_back(Texte{nom, false, {}});
+namespace {
+
+// The line of one occurrence: the left context from the token back, the right context after it.
+std::string LigneConcordance(const std::vector<std::string_view>& formes, int i, int nb) {
+    std::string gauche;
+    for (int j = i; j >= 1; --j) {
+        gauche.insert(0, formes[static_cast<std::size_t>(j)]);
+        gauche.insert(0, 1, ' ');
+        if (gauche.size() > LARGEUR_CONTEXTE_REPERAGE) {
+            gauche.erase(0, gauche.size() - LARGEUR_CONTEXTE_REPERAGE);
+            break;
+        }
+    }
+    std::string droite;
+    for (int j = i + 1; j <= nb; ++j) {
+        droite += ' ';
+        droite.append(formes[static_cast<std::size_t>(j)]);
+        if (droite.size() > LARGEUR_CONTEXTE_REPERAGE) {
+            droite.resize(LARGEUR_CONTEXTE_REPERAGE);
+            break;
+        }
+    }
+    if (gauche.size() < LARGEUR_CONTEXTE_REPERAGE) gauche.insert(0, LARGEUR_CONTEXTE_REPERAGE - gauche.size(), ' ');
+    return gauche + droite;
 }
 
-void ConcordancierReperage::Indexer(Texte& t) {
-    t.indexe = true;
-    if (t.nom.empty()) return;
-    const fs::path fichier = Chemin(liste_.doss_racine, Joindre("OLBRIN_TT/LEXINDEX/", t.nom, ".txt"));
-    const std::string contenu = LireFichier(fichier);
-    const auto morceaux = Decouper(contenu, kSeparateurPartitions);
-    for (std::size_t k = 0; k < morceaux.size(); ++k) {
-        LecteurLignes lecteur(morceaux[k]);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            // Every "f=" form followed by a blank notes the piece.
+}  // namespace
+
+std::vector<std::vector<std::string>> ConcordancesReperage(const ListeTextes& liste,
+                                                           const std::vector<std::string>& formes) {
+    std::vector<std::vector<std::string>> lignes(formes.size());
+    std::unordered_map<std::string_view, std::size_t> cherchees;
+    for (std::size_t j = 0; j < formes.size(); ++j) cherchees.try_emplace(formes[j], j);
+    std::size_t restantes = formes.size();
+    const auto complete = [&](std::size_t j) { return lignes[j].size() >= MAX_LIGNES_CONCORDANCE; };
+    std::string index, etiq;
+    LigneJetons lj;
+    std::vector<std::string_view> vues;
+    // Partitions noted in the text in hand, each with the forms that noted it.
+    std::map<int, std::vector<std::size_t>> notees;
+    std::vector<int> derniere(formes.size(), -1);
+    std::vector<char> marque(formes.size(), 0);
+    for (const std::string& nom : liste.noms) {
+        if (restantes == 0) break;
+        if (nom.empty()) continue;
+        LireFichier(Chemin(liste.doss_racine, Joindre("OLBRIN_TT/LEXINDEX/", nom, ".txt")), index);
+        notees.clear();
+        std::fill(derniere.begin(), derniere.end(), -1);
+        const auto morceaux = Decouper(index, kSeparateurPartitions);
+        for (std::size_t k = 0; k < morceaux.size(); ++k) {
+            const std::string_view m = morceaux[k];
+            // Every "f=" form followed by a blank notes the piece, once.
             std::size_t p = 0;
-            while ((p = ligne.find("f=", p)) != std::string_view::npos) {
-                const std::size_t fin = ligne.find(' ', p + 2);
+            while ((p = m.find("f=", p)) != std::string_view::npos) {
+                const std::size_t fin = m.find(' ', p + 2);
                 if (fin == std::string_view::npos) break;
-                auto& v = t.partitions[std::string(ligne.substr(p + 2, fin - p - 2))];
-                if (v.empty() || v.back() != static_cast<int>(k)) v.push_back(static_cast<int>(k));
+                const auto it = cherchees.find(m.substr(p + 2, fin - p - 2));
                 p = fin;
+                if (it == cherchees.end() || complete(it->second) || derniere[it->second] == static_cast<int>(k)) continue;
+                derniere[it->second] = static_cast<int>(k);
+                notees[static_cast<int>(k)].push_back(it->second);
             }
         }
-    }
-}
-
-const std::vector<std::string_view>& ConcordancierReperage::Morceaux(std::size_t texte) {
-    if (texteLu_ != texte) {
-        texteLu_ = texte;
-        morceauxLus_.clear();
-        contenuLu_.clear();
-        const fs::path fichier = Chemin(liste_.doss_racine, Joindre("OLBRIN_TT/TEXTE_ETIQ/", textes_[texte].nom, ".txt"));
-        if (FichierExiste(fichier)) {
-            LireFichier(fichier, contenuLu_);
-            morceauxLus_ = Decouper(contenuLu_, kSeparateurPartitions);
-        }
-    }
-    return morceauxLus_;
-}
-
-std::vector<std::string> ConcordancierReperage::Lignes(std::string_view forme) {
-    std::vector<std::string> lignes;
-    const std::string cle(forme);
-    LigneJetons lj;
-    std::vector<std::string_view> formes;
-    for (std::size_t n = 0; n < textes_.size() && lignes.size() < MAX_LIGNES_CONCORDANCE; ++n) {
-        Texte& t = textes_[n];
-        if (!t.indexe) Indexer(t);
-        const auto it = t.partitions.find(cle);
-        if (it == t.partitions.end()) continue;
-        const auto& morceaux = Morceaux(n);
-        for (int k : it->second) {
-            if (lignes.size() >= MAX_LIGNES_CONCORDANCE) break;
-            if (static_cast<std::size_t>(k) >= morceaux.size()) continue;
-            for (std::string_view ligne : Decouper(morceaux[static_cast<std::size_t>(k)], "\r\n")) {
-                if (lignes.size() >= MAX_LIGNES_CONCORDANCE) break;
-                DecouperLigne(ligne, lj);
-                formes.assign(1, std::string_view{});
-                for (int i = 1; i <= lj.NbJetons; ++i) formes.push_back(LireAttributsVue(lj.jeton[i]).f);
-                for (int i = 1; i <= lj.NbJetons && lignes.size() < MAX_LIGNES_CONCORDANCE; ++i) {
-                    if (formes[i] != forme) continue;
-                    std::string gauche;
-                    for (int j = i; j >= 1; --j) {
-                        gauche.insert(0, formes[j]);
-                        gauche.insert(0, 1, ' ');
-                        if (gauche.size() > LARGEUR_CONTEXTE_REPERAGE) {
-                            gauche.erase(0, gauche.size() - LARGEUR_CONTEXTE_REPERAGE);
-                            break;
-                        }
+        if (notees.empty()) continue;
+        const fs::path fichierEtiq = Chemin(liste.doss_racine, Joindre("OLBRIN_TT/TEXTE_ETIQ/", nom, ".txt"));
+        if (!FichierExiste(fichierEtiq)) continue;
+        LireFichier(fichierEtiq, etiq);
+        const auto partitions = Decouper(etiq, kSeparateurPartitions);
+        for (const auto& [k, qui] : notees) {
+            if (static_cast<std::size_t>(k) >= partitions.size()) continue;
+            bool utile = false;
+            for (std::size_t j : qui) {
+                if (complete(j)) continue;
+                marque[j] = 1;
+                utile = true;
+            }
+            if (utile) {
+                for (std::string_view ligne : Decouper(partitions[static_cast<std::size_t>(k)], "\r\n")) {
+                    DecouperLigne(ligne, lj);
+                    vues.assign(1, std::string_view{});
+                    for (int i = 1; i <= lj.NbJetons; ++i) vues.push_back(LireAttributsVue(lj.jeton[i]).f);
+                    for (int i = 1; i <= lj.NbJetons; ++i) {
+                        const auto it = cherchees.find(vues[static_cast<std::size_t>(i)]);
+                        if (it == cherchees.end() || !marque[it->second] || complete(it->second)) continue;
+                        lignes[it->second].push_back(LigneConcordance(vues, i, lj.NbJetons));
+                        if (complete(it->second)) --restantes;
                     }
-                    std::string droite;
-                    for (int j = i + 1; j <= lj.NbJetons; ++j) {
-                        droite += ' ';
-                        droite.append(formes[j]);
-                        if (droite.size() > LARGEUR_CONTEXTE_REPERAGE) {
-                            droite.resize(LARGEUR_CONTEXTE_REPERAGE);
-                            break;
-                        }
-                    }
-                    if (gauche.size() < LARGEUR_CONTEXTE_REPERAGE)
-                        gauche.insert(0, LARGEUR_CONTEXTE_REPERAGE - gauche.size(), ' ');
-                    lignes.push_back(gauche + droite);
                 }
             }
+            for (std::size_t j : qui) marque[j] = 0;
         }
     }
     return lignes;
@@ -113,7 +120,10 @@ BilanReperage ReperageInconnus(const ListeTextes& liste, const fs::path& lexique
     const fs::path manquants = Manquants(liste);
     EcrivainFichier listeFC(manquants / "LISTE_FC.txt");
     EcrivainFichier listeNP(manquants / "LISTE_NP.txt");
-    ConcordancierReperage conc(liste);
+    // The items with the form as it stands in the lexicon, for their concordances: one pass over
+    // the texts serves both families, whose forms differ.
+    std::vector<std::string> formes;
+    std::vector<std::pair<bool, long long>> items;
     std::unordered_set<std::string> casVus;
     BilanReperage bilan;
 
@@ -138,9 +148,16 @@ BilanReperage ReperageInconnus(const ListeTextes& liste, const fs::path& lexique
         long long& n = np ? bilan.itemsNP : bilan.itemsFC;
         ++n;
         (np ? listeNP : listeFC).Ligne(Joindre(mot, "\t", std::to_string(effectif)));
-        if (p.concordances) {
-            EcrivainFichier f(manquants / (np ? "CONC_NP" : "CONC_FC") / (std::to_string(n) + ".txt"));
-            for (const std::string& l : conc.Lignes(forme)) f.Ligne(l);
+        formes.emplace_back(forme);
+        items.emplace_back(np, n);
+    }
+    if (p.concordances) {
+        dialogue.Progression("Concordances"_cp, 0, 0);
+        const auto lignes = ConcordancesReperage(liste, formes);
+        for (std::size_t j = 0; j < lignes.size(); ++j) {
+            EcrivainFichier f(manquants / (items[j].first ? "CONC_NP" : "CONC_FC") /
+                              (std::to_string(items[j].second) + ".txt"));
+            for (const std::string& l : lignes[j]) f.Ligne(l);
         }
     }
     return bilan;

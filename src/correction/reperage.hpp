@@ -34,29 +34,11 @@ struct BilanReperage {
 BilanReperage ReperageInconnus(const ListeTextes& liste, const std::filesystem::path& lexique,
                                const TableFormes& connus, const ParametresReperage& p, Dialogue& dialogue);
 
-// The concordance lines of a form in the texts of a list (at most ten): 50 characters of left
-// context ending in the form, then at most 50 of right context.
-class ConcordancierReperage {
-public:
-    explicit ConcordancierReperage(const ListeTextes& liste);
-    std::vector<std::string> Lignes(std::string_view forme);
-
-private:
-    struct Texte {
-        std::string nom;
-        bool indexe = false;
-        // Partitions (from 1) that hold each form, in increasing order.
-        std::unordered_map<std::string, std::vector<int>> partitions;
-    };
-    void Indexer(Texte& t);
-    const std::vector<std::string_view>& Morceaux(std::size_t texte);
-    const ListeTextes& liste_;
-    std::vector<Texte> textes_;
-    // The tagged texts last read, split into partitions.
-    std::size_t texteLu_ = static_cast<std::size_t>(-1);
-    std::string contenuLu_;
-    std::vector<std::string_view> morceauxLus_;
-};
+// The concordance lines of each form in the texts of a list (at most ten a form): 50 characters
+// of left context ending in the form, then at most 50 of right context. The texts are read once
+// for all the forms, and each form gets its lines in the order of texts, partitions and lines.
+std::vector<std::vector<std::string>> ConcordancesReperage(const ListeTextes& liste,
+                                                           const std::vector<std::string>& formes);
 
 // smn_rcf "Repérage inconnus".
 void OperationReperageInconnus(Contexte& ctx);
