@@ -48,5 +48,6 @@ mesure "smn_crator ($((octets / 1000000)) Mo etiquetes)" smn_crator -r "$corpus/
 mesure "smn_ctc (10 000 mots)" smn_ctc -r 1 -r "$corpus/REPERTOIRE.txt"
 mesure "smn_mocol (10 000 mots)" smn_mocol -r "$colles/REPERTOIRE.txt"
 echo "items du repérage : $(wc -l < "$corpus/MANQUANTS/LISTE_FC.txt") FC, $(wc -l < "$corpus/MANQUANTS/LISTE_NP.txt") NP" | tee -a "$sortie"
-echo "suggestions du recensement : $(wc -l < "$corpus/CORR_SUGGESTIONS.txt") sur 10000" | tee -a "$sortie"
+echo "suggestions du recensement : $(wc -l < "$corpus/CORR_SUGGESTIONS.txt") sur 10000," \
+    "$(python3 bench/correction_donnees.py part "$corpus")" | tee -a "$sortie"
 echo "lignes de MOTS_COUPES.txt : $(wc -l < "$colles/MOTS_COUPES.txt")" | tee -a "$sortie"

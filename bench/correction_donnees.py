@@ -80,7 +80,7 @@ def inconnus(morv_res, corpus, n):
     connus = set(tout)
     candidats = [f for f in tout if 6 <= len(f) <= 12 and f.isalpha() and f == f.lower()]
     pas = max(1, len(candidats) // (2 * n))
-    r, vus, k = [], set(), 0
+    r, attendus, vus, k = [], [], set(), 0
     while len(r) < n and k < len(candidats):
         mot = candidats[(k * pas) % len(candidats)]
         faux = fautes(mot, k)
@@ -89,7 +89,9 @@ def inconnus(morv_res, corpus, n):
             continue
         vus.add(faux)
         r.append("%s\t%d" % (faux, 1 + k % 5))
+        attendus.append("%s\t%s" % (faux, mot))
     ecrire(os.path.join(corpus, "INCONNUS.txt"), r)
+    ecrire(os.path.join(corpus, "INCONNUS_ATTENDUS.txt"), attendus)
 
 
 def colles(morv_res, corpus, n):
@@ -112,11 +114,23 @@ def colles(morv_res, corpus, n):
     ecrire(os.path.join(corpus, "OLBRIN_TT", "LEXINDEX", "colles.txt"), ["<---------->"] + r)
 
 
+def part(corpus):
+    """La part des mots fautifs dont la suggestion du recensement est la forme d'origine."""
+    def lire(nom):
+        with open(os.path.join(corpus, nom), "rb") as f:
+            return dict(l.split("\t", 1) for l in f.read().decode("cp1252").split("\r\n") if "\t" in l)
+    attendus, suggestions = lire("INCONNUS_ATTENDUS.txt"), lire("CORR_SUGGESTIONS.txt")
+    justes = sum(1 for w, m in attendus.items() if suggestions.get(w) == m)
+    print("%d justes en premier sur %d (%.1f %%)" % (justes, len(attendus), 100.0 * justes / max(1, len(attendus))))
+
+
 if __name__ == "__main__":
     if sys.argv[1] == "lexique":
         lexique(sys.argv[2])
     elif sys.argv[1] == "inconnus":
         inconnus(sys.argv[2], sys.argv[3], int(sys.argv[4]))
+    elif sys.argv[1] == "part":
+        part(sys.argv[2])
     elif sys.argv[1] == "colles":
         colles(sys.argv[2], sys.argv[3], int(sys.argv[4]))
     else:
