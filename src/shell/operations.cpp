@@ -64,7 +64,7 @@ const std::array kOperations = {
               "\n? Faire des concordances (O/N)? [défaut : O] (réponses : O, autre = non)"
               "\n? Chercher seulement dans le dictionnaire standard (1) ou dans tous les répertoires (0) ? [défaut : 1] (réponses : 1, 0)"
               "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"
-              "\n? CONFIRMEZ PAR 'O' L'ECRASEMENT DU DOSSIER EXISTANT, [défaut : O] (réponses : O, autre = abandon ; posée seulement si MANQUANTS existe)"
+              "\n? CONFIRMEZ PAR 'O' L'ECRASEMENT DU DOSSIER EXISTANT [défaut : O] (réponses : O, autre = abandon ; posée seulement si MANQUANTS existe)"
               "\n? Seuil ? [défaut : 1] (réponses : un nombre entier)"
               "\n? Longueur minimale [défaut : 1] (réponses : un nombre entier)"
               "\n? Localiser le lexique [défaut : aucun] (réponses : un fichier de lexique)"},
