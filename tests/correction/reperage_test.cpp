@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/horloge.hpp"
+#include "core/liste_textes.hpp"
 #include "correction/commun_correction.hpp"
 #include "correction/arbre_correction.hpp"
 
@@ -79,6 +80,37 @@ TEST(Reperage, ListesEtConcordancesOctetPourOctet) {
     ASSERT_FALSE(b.d.messages.empty());
     EXPECT_EQ(b.d.messages.front().substr(0, 20), "Vous devez avoir éta"_cp);
     EXPECT_EQ(b.d.messages.back().substr(0, 7), "Terminé"_cp);
+}
+
+TEST(Reperage, DixLignesAuPlusEnSuivantTextesEtPartitions) {
+    test::DossierTemporaire tmp;
+    const fs::path res = tmp.Chemin() / "res", corpus = tmp.Chemin() / "c";
+    test::ContenuCorrection a;
+    a.dico = {"un", "deux"};
+    test::ConstruireArbreCorrection(res, a);
+    const std::vector<std::string> mots = {"a", "b", "c", "d", "e", "f"};
+    std::vector<std::string> t1 = {"<QORX_ATTR JOURNAL=A DATE=2024-01-01 >"}, t2 = t1, attendu;
+    for (const auto& m : mots) {
+        t1.push_back("<M f=chatt >chatt <M f=un >un <M f=" + m + " >" + m);
+        t2.push_back("<M f=deux >deux <M f=chatt >chatt <M f=" + m + " >" + m);
+    }
+    t2.push_back("<QORX_ATTR JOURNAL=B DATE=2024-01-02 >");
+    t2.push_back("<M f=Zorglub >Zorglub <M f=chatt >chatt");
+    for (const auto& m : mots) attendu.push_back(std::string(44, ' ') + " chatt un " + m);
+    for (std::size_t i = 0; i < 4; ++i) attendu.push_back(std::string(39, ' ') + " deux chatt " + mots[i]);
+    const fs::path liste = test::ConstruireCorpus(corpus, {{"t1", Lignes(t1)}, {"t2", Lignes(t2)}}, &res);
+    test::Ecrire(corpus / "lexique.txt", Lignes({"chatt\t13", "Zorglub\t1"}));
+    TableFormes connus;
+    ChargerConnus(connus, res, ChoixConnus{});
+    test::Ecrire(corpus / "MANQUANTS" / "CONC_FC" / "9.txt", "vieux");
+    fs::create_directories(corpus / "MANQUANTS" / "CONC_NP");
+    test::DialogueScripte d;
+    ReperageInconnus(ChargerListeTextes(liste), corpus / "lexique.txt", connus, ParametresReperage{}, d);
+    // The first text gives six lines, the second the four that reach ten; a form of a later
+    // partition is found there; an older concordance file stays.
+    EXPECT_EQ(Lire(corpus / "MANQUANTS" / "CONC_FC" / "1.txt"), Lignes(attendu));
+    EXPECT_EQ(Lire(corpus / "MANQUANTS" / "CONC_NP" / "1.txt"), Lignes({std::string(42, ' ') + " Zorglub chatt"}));
+    EXPECT_EQ(Lire(corpus / "MANQUANTS" / "CONC_FC" / "9.txt"), "vieux");
 }
 
 TEST(Reperage, DossierExistantGardeSaufConfirmation) {
