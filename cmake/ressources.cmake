@@ -35,8 +35,20 @@ add_custom_command(
   COMMENT "Dictionnaire général dico/olbrin (lexique de Grammalecte)"
   VERBATIM)
 
+# The filtering dictionary of the error census: the general dictionary's forms with their
+# frequencies in the French Debian Reference when it is installed.
+add_custom_command(
+  OUTPUT "${CMAKE_BINARY_DIR}/ressources_filtrage.stamp"
+  COMMAND "${TELVORIS_PYTHON3}" "${CMAKE_SOURCE_DIR}/tools/generer_filtrage.py" "${TELVORIS_ARBRE}/dico/olbrin"
+          "${TELVORIS_ARBRE}/dico/FILTRAGE"
+  COMMAND "${CMAKE_COMMAND}" -E touch "${CMAKE_BINARY_DIR}/ressources_filtrage.stamp"
+  DEPENDS "${TELVORIS_ARBRE}/dico/olbrin/15t.txt" "${CMAKE_SOURCE_DIR}/tools/generer_filtrage.py"
+  COMMENT "Dictionnaire de filtrage dico/FILTRAGE"
+  VERBATIM)
+
 add_custom_target(ressources ALL
-  DEPENDS "${CMAKE_BINARY_DIR}/ressources_listes.stamp" "${TELVORIS_ARBRE}/dico/olbrin/15t.txt")
+  DEPENDS "${CMAKE_BINARY_DIR}/ressources_listes.stamp" "${TELVORIS_ARBRE}/dico/olbrin/15t.txt"
+          "${CMAKE_BINARY_DIR}/ressources_filtrage.stamp")
 
 install(DIRECTORY "${TELVORIS_ARBRE}" DESTINATION "${CMAKE_INSTALL_DATADIR}/MORVENTA")
 

@@ -3,6 +3,11 @@
 #include <array>
 
 #include "core/texte.hpp"
+#include "correction/correction_auto.hpp"
+#include "correction/identification.hpp"
+#include "correction/mots_colles.hpp"
+#include "correction/recensement.hpp"
+#include "correction/reperage.hpp"
 #include "explore/corpus.hpp"
 #include "explore/extraction.hpp"
 #include "explore/indexation.hpp"
@@ -16,10 +21,19 @@
 #include "pipeline/marquage_composes.hpp"
 #include "pipeline/segmenteur.hpp"
 #include "stats/afc_lancement.hpp"
+#include "stats/angulations.hpp"
+#include "stats/distances.hpp"
 #include "stats/lexiques.hpp"
+#include "stats/lois.hpp"
 #include "stats/macro_distribution.hpp"
 #include "stats/micro_distribution.hpp"
+#include "stats/outils_corpus.hpp"
+#include "stats/outils_lexiques.hpp"
+#include "stats/outils_matrices.hpp"
 #include "stats/projection.hpp"
+#include "stats/sequences.hpp"
+#include "stats/sequences_mois.hpp"
+#include "stats/specificites.hpp"
 
 namespace telvoris {
 
@@ -218,6 +232,220 @@ const std::array kOperations = {
               "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
               "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
               "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
+    Operation{"smn_sepc", "Form3", "&Analyses"_cp, "Spécificités"_cp, &OperationSpecificites,
+              "Compare un lexique spécifique à un lexique de référence : pour chaque item de plus de 5 occurrences présent dans la référence, écrit l'effectif, l'effectif attendu et l'écart réduit dans SPECIFICITES.txt, dans le dossier du lexique spécifique."
+              "\n? Fichier : LEXIQUE DE REFERENCE"
+              "\n? Le lexique de référence est-il total (T) ou partiel (P) ? [défaut : P] (réponses : T, P)"
+              "\n? Fichier : FICHIER MEMO N/V (après P)"
+              "\n? Fichier : LEXIQUE SPECIFIQUE"
+              "\n? Le lexique spécifique est-il total (T) ou partiel (P) ? [défaut : P] (réponses : T, P)"
+              "\n? Fichier : FICHIER MEMO N/V (après P)"},
+    Operation{"smn_spc", "Form3", "&Analyses"_cp, "Spécif pour coloration"_cp, &OperationSpecifColoration,
+              "Écrit un fichier de codage COLOR_<horodate>.txt à côté d'une matrice d'écarts réduits : pour chaque ligne, le numéro de la couleur de la colonne choisie de plus grande valeur strictement au-dessus du seuil."
+              "\n? Nombre de couleurs, de 1 à 4"
+              "\n? Colonne sélectionnée n°<i> ? (une question par couleur)"
+              "\n? Seuil d'écart-réduit? (nombre)"
+              "\n? Fichier : Fichier d'écarts-réduits ?"},
+    Operation{"smn_angP3", "Form3", "&Analyses"_cp, "Angulation P3"_cp, &OperationAngulationP3,
+              "Calcule l'angle en degrés entre tous les items d'un fichier de globe, pour chaque paire ordonnée, dans ANGULATIONS_3.txt d'un dossier du nom du fichier."
+              "\n? Fichier : Projection ?"},
+    Operation{"smn_zag", "Form3", "&Analyses"_cp, "Zone d'angulation"_cp, &OperationZoneAngulation,
+              "Écrit COLOR_<pivot>.txt à côté d'un fichier d'angles : code 1 pour les items à moins du premier angle du pivot, 2 pour ceux à moins du second."
+              "\n? Pivot ?"
+              "\n? Angulation zone proche, en degrés entiers ?"
+              "\n? Souhaitez-vous colorer une deuxième zone (O/N) ? [défaut : N] (réponses : O, N)"
+              "\n? Angulation zone proche, en degrés entiers ? (après O)"
+              "\n? Fichier : Fichier d'angles ?"},
+    Operation{"smn_cpag", "Form3", "&Analyses"_cp, "Comparer angulations"_cp, &OperationComparerAngulations,
+              "Compare des paires de fichiers d'angles ligne à ligne : écarts dans <fichier1>_COMPAR.txt, moyenne par pivot dans <fichier1>_COMPARSYNTHESE.txt, écart moyen général en message."
+              "\n? Fichier : Liste ? (une ligne par paire)"
+              "\n? Fichier : Fichier d'angulation 1 (pour chaque paire)"
+              "\n? Fichier : Fichier d'angulation 2 (pour chaque paire)"},
+    Operation{"smn_disja", "Form3", "&Analyses"_cp, "Distance Jaccard"_cp, &OperationJaccard,
+              "Distance de Jaccard (somme des parts propres des deux vocabulaires, de 0 à 2) : d'une paire de lexiques en message, ou de toutes les paires d'un corpus dans JACCARD_<liste>.txt."
+              "\n? Calcul simple -S- (une paire) ou multiple -M- (un corpus) ? [défaut : M] (réponses : M, S)"
+              "\n? Vocaulaire des formes -F-, des lemmes -L-, des catégories -C- ? [défaut : F] (réponses : F, L) (en mode M)"
+              "\n? Fichier : Localiser le répertoire (en mode M)"
+              "\n? Fichier : lexique 1 (en mode S)"
+              "\n? Fichier : lexique 2 (en mode S)"},
+    Operation{"smn_lab", "Form3", "&Analyses"_cp, "Distance Labbé"_cp, &OperationLabbe,
+              "Distance de Labbé (0 à 1) : d'une paire de lexiques en message, ou de toutes les paires d'un corpus dans LABBE_<liste>.txt."
+              "\n? Calcul simple -S- (une paire) ou multiple -M- (un corpus) ? [défaut : M] (réponses : M, S)"
+              "\n? Vocaulaire des formes -F-, des lemmes -L-, des catégories -C- ? [défaut : F] (réponses : F, L) (en mode M)"
+              "\n? Fichier : Localiser le répertoire (en mode M)"
+              "\n? Fichier : lexique 1 (en mode S)"
+              "\n? Fichier : lexique 2 (en mode S)"},
+    Operation{"smn_dqrt", "Form3", "&Analyses"_cp, "Distance qrt"_cp, &OperationQrt,
+              "Différence moyenne des blocs de 1000 occurrences (un tous les 500) de deux textes étiquetés : d'une paire en message, ou de toutes les paires d'un corpus dans distance<liste>.txt."
+              "\n? Calcul simple -S- (une paire) ou multiple -M- (un corpus) ? [défaut : M] (réponses : M, S)"
+              "\n? Vocaulaire des formes -F-, des lemmes -L-, des catégories -C- ? [défaut : F] (réponses : F, L) (en mode M)"
+              "\n? Fichier : Localiser le répertoire (en mode M)"
+              "\n? Fichier : lexique 1 (un texte étiqueté, en mode S)"
+              "\n? Fichier : lexique 2 (un texte étiqueté, en mode S)"},
+    Operation{"smn_spear", "Form3", "&Analyses"_cp, "Spearman"_cp, &OperationSpearman,
+              "Corrélation des rangs de Spearman de deux listes des mêmes items (une ligne : item, effectif, item, effectif) : N(N²-1)/3, Q, 2Q et rho dans _SPEARMAN.txt du dossier."
+              "\n? Fichier : liste ?"},
+    Operation{"Smn_x2", "Form3", "&Analyses"_cp, "chi_deux"_cp, &OperationChiDeux,
+              "Khi-deux d'une matrice : écarts (O-E)/racine(E) et khi-deux total dans CHI-DEUX.txt, khi-deux de chaque paire de lignes dans CHI-DEUX-PAIRES.txt et CHI-DEUX-PAIRES_TAB.txt, à côté de la matrice."
+              "\n? Fichier : matrice ?"},
+    Operation{"smn_binom", "Form3", "&Analyses"_cp, "Binomiale-essai"_cp, &OperationBinomialeEssai,
+              "Table de la loi binomiale : P(k) et queue cumulée P(>= k) pour k de 0 à n, dans le volet des résultats."
+              "\n? Empan ? (entier, au plus 1000)"
+              "\n? Probabilité ? (de 0 à 1)"},
+    Operation{"smn_bnmxl", "Form3", "&Analyses"_cp, "Binomiale étendue"_cp, &OperationBinomialeEtendue,
+              "Table de la loi binomiale : P(k) et queue cumulée P(>= k) pour k de 0 à n, dans le volet des résultats."
+              "\n? Empan ? (entier, au plus 1000)"
+              "\n? Probabilité ? (de 0 à 1)"},
+    Operation{"smn_v1000", "Form3", "&Analyses"_cp, "Variété par 1000"_cp, &OperationVariete,
+              "Nombre moyen de formes distinctes par bloc de 1000 occurrences des textes d'une liste, dans VARIETE_<horodate>.txt à la racine du corpus et en message."
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_zipf", "Form3", "&Analyses"_cp, "Zipf"_cp, &OperationZipf,
+              "Nombre d'items de chaque fréquence sous le seuil, du seuil à 1, dans <lexique>_ZIPF.txt."
+              "\n? Seuil supérieur ? - limite 10000"
+              "\n? Fichier : lexique à traiter"},
+    Operation{"smn_compmat", "Form3", "&Analyses"_cp, "Comparer 2 matrices de cooc"_cp, &OperationComparerMatrices,
+              "Compare la distribution de chaque ligne dans deux matrices de même forme : somme de (x-m)(y-m)/m par ligne dans <matrice1>_COMP_<matrice2>.txt."
+              "\n? Fichier : 1ère matrice"
+              "\n? Fichier : 2ème matrice"},
+    Operation{"smn_adlex", "Form3", "&Relevés"_cp, "additionner_lexiques"_cp, &OperationAdditionnerLexiques,
+              "Additionne les lexiques PARTIELS/<nom>.txt des noms de la liste dans LEXIQUE_TOTAL.txt à la racine du corpus."
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_admat", "Form3", "&Relevés"_cp, "Additionner 2 matrices"_cp, &OperationAdditionnerMatrices,
+              "Additionne cellule à cellule des matrices de même forme dans MATRICE_TOTALE.txt à côté de la première."
+              "\n? Nombre de matrices à additionner ? [défaut : 2]"
+              "\n? Fichier : Matrice n°<i> ? (une par matrice)"},
+    Operation{"smn_extra", "Form3", "&Relevés"_cp, "extraction d'un tableau"_cp, &OperationExtractionTableau,
+              "Extrait d'une micro-distribution les cellules dont l'écart dépasse le seuil (ligne, colonne, effectif, écart) dans EXTRACTION.txt d'un dossier du nom de la matrice."
+              "\n? seuil inférieur ?"
+              "\n? Fichier : matrice brute à analyser (MICRO_BRUT)"},
+    Operation{"smn_fillex", "Form3", "&Relevés"_cp, "Filtrage du lexique par chaîne"_cp, &OperationFiltrageLexique,
+              "Garde les lignes d'un lexique dont l'item contient la chaîne (partout, au début ou à la fin) dans <lexique>_FILTRE_<chaîne>_<position>.txt."
+              "\n? Partie de chaîne à retrouver"
+              "\n? Position : indifférente (I); début de mot (D); fin de mot (F) ? [défaut : I] (réponses : I, D, F)"
+              "\n? Fichier : lexique à traiter"},
+    Operation{"smn_rdesl", "Form3", "&Relevés"_cp, "Retrouver des effectifs sur liste"_cp, &OperationEffectifsSurListe,
+              "Pour chaque item d'une liste, son effectif dans un lexique ou INCONNU, dans <liste>_QUANT.txt."
+              "\n? Fichier : LEXIQUE"
+              "\n? Fichier : LISTE"},
+    Operation{"B12_Paramètres", "Form3", "&Relevés"_cp, "Sélection d'items"_cp, &OperationSelectionItems,
+              "Garde les premiers items d'un lexique, hors mots exclus, nombres et catégories non retenues, dans <lexique>_SL_<n>.txt."
+              "\n? Nombre d'items à retenir"
+              "\n? Choix de la liste d'exclus (graph.) [défaut : standard] (réponses : standard, personnalisée, aucune)"
+              "\n? Filtrage [défaut : sans filtrage] (réponses : par catégories, sans filtrage, Liste de lemmes)"
+              "\n? Retenir les nombres ? [défaut : oui] (réponses : oui, non)"
+              "\n? Indiquez les catégories à retenir (modèle : SF ou SF/SM/J/R/V...). [défaut : SF/SM/V/J/R] (par catégories)"
+              "\n? Fichier : fichier de 'mots-outils' (à éliminer) (personnalisée)"
+              "\n? Fichier : lexique à traiter"},
+    Operation{"smn_sgr", "Form3", "&Relevés"_cp, "Séquences de mots"_cp, &OperationSequencesMots,
+              "Repère les suites de mots répétées des textes étiquetés d'une liste, avec le taux de chaque mot par rapport à un lexique simple : LEXIQUES/SEG_REP_<horodate>.txt (CODICO, SEQUENCE, NB_OCC, PIVOT, TAUX_PIVOT, TAUX_1...) et la trace LEXIQUES/SEG_REP_CONTROLE.txt."
+              "\n? Seuil d'occurrence ?"
+              "\n? Filtrer avec le dictionnaire des composés ? [défaut : N] (réponses : O, N)"
+              "\n? Fichier : LEXIQUE SIMPLE"
+              "\n? Fichier : REPERTOIRE (la liste des textes)"},
+    Operation{"smn_rcplt", "Form3", "&Relevés"_cp, "Recherche type \"un autre X\""_cp, &OperationUnAutreX,
+              "Relève dans le texte nu de chaque texte de la liste chaque occurrence de la clé suivie du nombre de mots demandé : SEQUENCES/<clé>.txt (texte, tabulation, la clé et ses mots)."
+              "\n? Entrez la clé de sélection"
+              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : OUI, NON)"
+              "\n? Nombre de mots à droite"
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_stapos", "Form3", "&Relevés"_cp, "Statistiques par pos"_cp, &OperationStatistiquesPos,
+              "Compte les occurrences « <M » des textes étiquetés de la liste par catégorie (lignes) et par valeur du critère pris dans les métadonnées (colonnes) : FLEXTRA.txt à la racine du corpus."
+              "\n? Fichier : Localiser le répertoire"
+              "\n? Critère de partition ? [défaut : AUCUN] (une clé de métadonnée, ou AUCUN)"
+              "\n? Nombre de caractères à gauche de la date ? [défaut : 4] (après DATE)"},
+    Operation{"smn_lds", "Form3", "&Relevés"_cp, "liste_descripteurs"_cp, &OperationListeDescripteurs,
+              "Relève les valeurs d'un descripteur dans les métadonnées de tous les fichiers sous DCP/ du corpus, avec leurs effectifs : LISTES_DESCRIPTEURS/<nom>.txt ; message des cas remplis, des types et des articles."
+              "\n? Nom du descripteur ?"
+              "\n? Fichier : REPERTOIRE (fixe la racine du corpus)"},
+    Operation{"Command1", "Form3", "&Relevés"_cp, "ECLAIRAGE"_cp, &OperationEclairage,
+              "Découpe un texte étiqueté en parties égales en nombre de mots (MOTS) ou à chaque métadonnée (META), en ajoutant le jeton « <PC f=. l=. >. » à la fin de chaque partie : <texte>_ECLAIRAGE.txt."
+              "\n? Fichier : Texte ?"
+              "\n? Mode de subdivision ? [défaut : MOTS] (réponses : MOTS, META)"
+              "\n? nombre de mots par subdivision ? [défaut : 1000]"},
+    Operation{"smn_sqq", "Form3", "&Relevés"_cp, "séquences_1"_cp, &OperationSequences1,
+              "Première étape du relevé mensuel : pour chaque mois (tiré du nom des textes, <JOURNAL>_aaaa-mm-jj ou <JOURNAL>_aaaa_mm_jj), le lexique LEXIQUES/PARMOIS_<mois>.txt, le mémo MEMOS/MEMO_<mois>.txt et les séquences SEQUENCES/<mois>.txt (séquence, effectif) ; trace CONTROLE.txt à la racine du corpus."
+              "\n? Seuil d'occurrence ?"
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_sqq2", "Form3", "&Relevés"_cp, "séquences_2"_cp, &OperationSequences2,
+              "Deuxième étape : pour chaque mois des MEMOS, le taux de chaque séquence rapporté au N du mois (SEQUENCES/TAUX_<mois>.txt), et le total de tous les mois par effectif décroissant, clos par « N = » et la somme (SEQUENCES/A_TOTAL.txt)."
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_sqpr", "Form3", "&Relevés"_cp, "seq_provi"_cp, &OperationSequencesProvi,
+              "Forme provisoire de la première étape du relevé mensuel : mêmes questions, listes et fichiers que séquences_1."
+              "\n? Seuil d'occurrence ?"
+              "\n? Fichier : Localiser le répertoire"},
+    Operation{"smn_rcf", "Form2", "&Vérifications"_cp, "Repérage inconnus"_cp, &OperationReperageInconnus,
+              "Compare un lexique du corpus (forme, tabulation, effectif ; majuscules distinguées, effectifs décroissants) "
+              "aux dictionnaires et range les formes inconnues dans le dossier MANQUANTS du corpus : LISTE_FC.txt (sans "
+              "majuscule initiale) et LISTE_NP.txt (avec), ETAT_FC.txt et ETAT_NP.txt à \"0\", MNQVUS_TRX_FC.txt et "
+              "MNQVUS_TRX_NP.txt vides, et pour chaque item au plus dix lignes de concordance dans CONC_FC/<n>.txt ou "
+              "CONC_NP/<n>.txt."
+              "\n? Faire des concordances (O/N)? [défaut : O] (réponses : O, autre = non)"
+              "\n? Chercher seulement dans le dictionnaire standard (1) ou dans tous les répertoires (0) ? [défaut : 1] (réponses : 1, 0)"
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"
+              "\n? CONFIRMEZ PAR 'O' L'ECRASEMENT DU DOSSIER EXISTANT [défaut : O] (réponses : O, autre = abandon ; posée seulement si MANQUANTS existe)"
+              "\n? Seuil ? [défaut : 1] (réponses : un nombre entier)"
+              "\n? Longueur minimale [défaut : 1] (réponses : un nombre entier)"
+              "\n? Localiser le lexique [défaut : aucun] (réponses : un fichier de lexique)"},
+    Operation{"smn_iic", "Form2", "&Vérifications"_cp, "Identification inconnus"_cp, &OperationIdentificationInconnus,
+              "Session d'identification des inconnus de MANQUANTS, un item à la fois avec sa concordance : entrée pour le "
+              "dictionnaire général ou particulier, correction, mot étranger, nom propre, rien. Les décisions sont "
+              "sauvées tous les dix items et à l'arrêt dans MANQUANTS_TRX.txt (à côté du dossier) et dans "
+              "MANQUANTS/DICO_GEN.txt, DICO_PARTIC.txt, CORRECTIONS.txt, INCORRECTIONS.txt, ETRANGERS.txt ; "
+              "ETAT_<famille>.txt retient le dernier item traité et une session reprise repart à l'item suivant."
+              "\n? Avec (NP) ou sans (FC) une majuscule initiale ? [défaut : FC] (réponses : FC, NP)"
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"
+              "\n? Votre choix (0 à 6, R<n>, C ..., P ..., Q) : [défaut : Q] (réponses : 0 à 6, R1 à R10, C ou P suivi d'un candidat, Q ; une par item, suivie des questions du formulaire choisi)"},
+    Operation{"smn_crator", "Form2", "&Vérifications"_cp, "Correction automatique"_cp, &OperationCorrectionAutomatique,
+              "Relit les textes étiquetés et corrige chaque mot inconnu que connaissent les stocks rescor et "
+              "olbrin_accents (attribut fz=1) ; les inconnus non résolus reçoivent fz=2. Écrit les textes corrigés dans "
+              "OLBRIN_TT/CORR_<aammjj_hhmm> (OLBRIN_TT reste intact) et les non-résolus avec leur effectif dans "
+              "controle_corrections.txt à la racine du corpus."
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"},
+    Operation{"smn_cormam", "Form2", "&Vérifications"_cp, "Correction mot à mot sur liste"_cp, &OperationCorrectionMotAMot,
+              "Applique une liste de corrections (faute, tabulation, correction) à chaque mot du corpus en gardant la "
+              "casse du mot remplacé ; l'ancienne forme est gardée dans l'attribut fx, une correction de plusieurs mots "
+              "devient un groupe <cw fx=...><w f=...>...</cw>. Les textes de OLBRIN_TT sont réécrits sur place après "
+              "copie dans OLBRIN_TT/AVANT_CORMAM."
+              "\n? Charger la liste [défaut : aucun] (réponses : un fichier faute, tabulation, correction)"
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"},
+    Operation{"smn_intres", "Form2", "&Vérifications"_cp, "Intégration d'éléments à \"rescor\""_cp, &OperationIntegrationRescor,
+              "Ajoute des paires faute, tabulation, correction au stock rescor/rescor de la ressource, après une copie "
+              "datée rescor/rescor_<aammjj_hhmm> ; une faute déjà présente voit sa correction complétée. Les 300 "
+              "fichiers du stock sont réécrits."
+              "\n? Localiser le fichier des corrections récentes [défaut : aucun] (réponses : un fichier faute, tabulation, correction)"},
+    Operation{"smn_intinc", "Form2", "&Vérifications"_cp, "Intégration à \"incor\""_cp, &OperationIntegrationIncor,
+              "Ajoute des paires faute, tabulation, forme au stock incor/incor de la ressource, après une copie datée "
+              "incor/incor_<aammjj_hhmm>. Les 300 fichiers du stock sont réécrits."
+              "\n? Localiser le fichier des in-corrections récentes [défaut : aucun] (réponses : un fichier faute, tabulation, forme)"},
+    Operation{"smn_mocol", "Form2", "&Vérifications"_cp, "Mots collés"_cp, &OperationMotsColles,
+              "Cherche pour chaque mot inconnu de l'index des textes une coupure en mots connus (élision manquante, "
+              "deux mots au meilleur produit de fréquences, mot doublé, trois ou quatre mots) et écrit MOTS_COUPES.txt "
+              "à la racine du corpus (forme, tabulation, verdict ; ECHEC pour un mot de plus de 6 caractères sans coupure)."
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"},
+    Operation{"smn_respn", "Form2", "&Vérifications"_cp, "Mots collés"_cp, &OperationReparationsSignes,
+              "Réécrit les textes étiquetés dans OLBRIN_TT_NEW en réparant les ligatures (oe, OE), les apostrophes "
+              "doublées ou égarées en fin de mot et les barres obliques dans un mot ; OLBRIN_TT reste intact. "
+              "CONTROLE.txt note la progression tous les dix textes."
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"},
+    Operation{"smn_ctc", "Form2", "&Vérifications"_cp, "Recensement fautes corrigibles"_cp, &OperationRecensementFautes,
+              "Lit INCONNUS.txt à la racine du corpus (mot, tabulation, effectif) et, pour chaque mot de plus de 4 "
+              "caractères, cherche par un catalogue de fautes de frappe et de lecture le candidat connu du "
+              "dictionnaire de filtrage au meilleur score ; écrit CORR_SUGGESTIONS.txt (mot, tabulation, candidat) et "
+              "CORR_REJETS.txt (mots sans candidat) à la racine du corpus."
+              "\n? Seuil de fréquence ? [défaut : 1] (réponses : un nombre entier)"
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"},
+    Operation{"smn_vac", "Form2", "&Vérifications"_cp, "Variantes d'accents"_cp, &OperationVariantesAccents,
+              "Essaie pour chaque mot d'une liste (4 à 14 caractères) les variantes d'accents des classes de "
+              "DIACRITIQUES.txt et garde celles du dictionnaire général : VOY_SIMPLES.txt (une seule) et "
+              "VOY_MULTIPLES.txt (plusieurs) à la racine du corpus."
+              "\n? Version lourde ou légère (lou/leg) ? [défaut : lou] (réponses : lou, leg)"
+              "\n? Localiser le répertoire [défaut : aucun] (réponses : le fichier liste du corpus)"
+              "\n? Localiser la liste des inconnus/fautifs [défaut : aucun] (réponses : un fichier mot, tabulation, ...)"},
+    Operation{"smn_F1L", "Form2", "&Vérifications"_cp, "Graphies 17ème"_cp, &OperationGraphies17,
+              "Essaie pour chaque mot d'une liste les réécritures des graphies anciennes de graphies-17.txt et des "
+              "finales (oit, oient, ois, y...) et écrit les formes connues du dictionnaire général dans "
+              "<liste>_SOLUTIONS.txt à côté de la liste."
+              "\n? Localiser la liste [défaut : aucun] (réponses : un fichier mot, tabulation, ...)"},
 };
 
 }  // namespace
