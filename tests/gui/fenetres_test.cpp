@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <thread>
 
 #include "../cli/lancer.hpp"
 #include "core/texte.hpp"
@@ -194,17 +195,12 @@ TEST(Execution, SegmentationDepuisLeMenuCommeLaLigneDeCommande) {
     Banc b;
     b.app.Montrer("Form2");
     gui::ZoneTravail& z = b.Zone("Form2");
-    bool barreVue = false;
-    QObject::connect(z.LibelleBarre(), &QObject::objectNameChanged, [] {});
     b.pilote.Ajouter(Fichier(gui / "REPERTOIRE.txt"));
     QAction* a = z.Action("smn_seg");
     a->trigger();
     EXPECT_TRUE(b.app.Occupee());
     EXPECT_FALSE(z.menuBar()->isEnabled());
-    ASSERT_TRUE(AttendreQue([&] {
-        if (z.Barre()->isVisible() && z.Barre()->LargeurUnites() > 0) barreVue = true;
-        return !b.app.Occupee();
-    }));
+    ASSERT_TRUE(AttendreQue([&] { return !b.app.Occupee(); }));
     EXPECT_TRUE(z.menuBar()->isEnabled());
     EXPECT_FALSE(z.Barre()->isVisible());
     EXPECT_TRUE(b.pilote.imprevus.isEmpty());
@@ -216,7 +212,6 @@ TEST(Execution, SegmentationDepuisLeMenuCommeLaLigneDeCommande) {
     EXPECT_EQ(QString::fromStdString(e.sortie).trimmed(), b.pilote.messages[0]);
     EXPECT_EQ(Arbre(gui), Arbre(cli));
     EXPECT_EQ(b.fin, -1);
-    (void)barreVue;
 
     // The file dialog opens next time in the folder last used.
     b.pilote.Ajouter(Fichier({}));
@@ -225,6 +220,47 @@ TEST(Execution, SegmentationDepuisLeMenuCommeLaLigneDeCommande) {
     ASSERT_EQ(b.pilote.fichiers.size(), 2);
     EXPECT_TRUE(b.pilote.fichiers[1].endsWith(QLatin1Char('|') + QString::fromStdString(gui.string())))
         << b.pilote.fichiers[1].toStdString();
+}
+
+// The bar and its label follow the calls of a worker thread, the latest call winning, and hide.
+TEST(Execution, BarreDepuisLeFilDeTravail) {
+    Banc b;
+    gui::ZoneTravail& z = b.Zone("Form1");
+    std::thread fil([&] {
+        for (int i = 1; i <= 3; ++i) z.Dialogue().Progression("Segmentation. Fichier" + std::to_string(i) + " de 4", i, 4);
+    });
+    fil.join();
+    ASSERT_TRUE(AttendreQue([&] { return z.LibelleBarre()->text() == "Segmentation. Fichier3 de 4"; }));
+    EXPECT_TRUE(z.Barre()->isVisibleTo(&z));
+    EXPECT_EQ(z.Barre()->LargeurUnites(), 5050);  // round(3 x 6732 / 4) + 1
+    std::thread fin([&] { z.Dialogue().MasquerProgression(); });
+    fin.join();
+    ASSERT_TRUE(AttendreQue([&] { return !z.Barre()->isVisibleTo(&z); }));
+    EXPECT_FALSE(z.LibelleBarre()->isVisibleTo(&z));
+    // A label alone (n = 0) shows an empty bar.
+    z.Dialogue().Progression("Chargement des dictionnaires", 0, 0);
+    ASSERT_TRUE(AttendreQue([&] { return z.LibelleBarre()->isVisibleTo(&z); }));
+    EXPECT_EQ(z.Barre()->LargeurUnites(), 0);
+}
+
+// Input boxes asked from the worker thread: CP1252 both ways, Cancel apart from an empty answer.
+TEST(Execution, BoitesDepuisLeFilDeTravail) {
+    Banc b;
+    gui::ZoneTravail& z = b.Zone("Form1");
+    b.pilote.Ajouter(Texte(QString::fromUtf8("Œuvre « €uro » ’")));
+    b.pilote.Ajouter(Texte(""));
+    b.pilote.Ajouter(Annuler());
+    std::vector<std::optional<std::string>> r;
+    bool fini = false;
+    z.Lancer([&](Contexte& ctx) {
+        for (int i = 0; i < 3; ++i) r.push_back(ctx.dialogue.Demander("Préfixe ?"_cp, "Libellé"_cp, "défaut"_cp));
+    }, [&] { fini = true; });
+    ASSERT_TRUE(AttendreQue([&] { return fini; }));
+    ASSERT_EQ(r.size(), 3u);
+    EXPECT_EQ(r[0], std::string("Œuvre « €uro » ’"_cp));
+    EXPECT_EQ(r[1], std::string());
+    EXPECT_EQ(r[2], std::nullopt);
+    EXPECT_EQ(b.pilote.questions[0], QString::fromUtf8("Libellé|Préfixe ?|défaut"));
 }
 
 TEST(Execution, ErreurDExecutionLaFenetreReste) {
