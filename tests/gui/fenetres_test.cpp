@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QTreeWidget>
 #include <thread>
 
 #include "../cli/lancer.hpp"
@@ -77,7 +78,9 @@ TEST(Menus, ConstruitsDepuisLaTableDesOperations) {
             ASSERT_NE(a, nullptr) << op.id;
             const QString aide = QString::fromUtf8(op.aide.data(), op.aide.size());
             EXPECT_EQ(a->statusTip(), aide.section(QLatin1Char('\n'), 0, 0)) << op.id;
-            if (!aide.isEmpty()) EXPECT_EQ(a->toolTip(), aide) << op.id;
+            if (!aide.isEmpty()) {
+                EXPECT_EQ(a->toolTip(), aide) << op.id;
+            }
         }
         std::vector<QString> menusVus;
         for (QAction* m : z.menuBar()->actions()) {
@@ -93,6 +96,28 @@ TEST(Menus, ConstruitsDepuisLaTableDesOperations) {
             for (const auto& e : attendu)
                 if (e.first == m) regroupe.push_back(e);
         EXPECT_EQ(vu, regroupe) << zone;
+        // The summary tab lists the same items, and choosing one there chooses the menu item.
+        auto* sommaire = z.findChild<QTreeWidget*>("sommaire");
+        ASSERT_NE(sommaire, nullptr);
+        std::vector<std::pair<QString, QString>> liste;
+        for (int i = 0; i < sommaire->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* m = sommaire->topLevelItem(i);
+            if (std::find(menusAttendus.begin(), menusAttendus.end(), m->text(0)) == menusAttendus.end() &&
+                std::find(menusAttendus.begin(), menusAttendus.end(), "&" + m->text(0)) == menusAttendus.end())
+                continue;
+            for (int j = 0; j < m->childCount(); ++j) liste.emplace_back(m->text(0), m->child(j)->text(0));
+        }
+        ASSERT_EQ(liste.size(), regroupe.size()) << zone;
+        for (std::size_t i = 0; i < liste.size(); ++i)
+            EXPECT_EQ(liste[i].second, QString(regroupe[i].second).remove(QLatin1Char('&'))) << zone;
+    }
+    {
+        // The "Accès" entry of the summary moves to the area, as the menu does.
+        auto* sommaire = b.Zone("Form1").findChild<QTreeWidget*>("sommaire");
+        const auto trouves = sommaire->findItems(QString::fromUtf8("Accès à OlbrIn"), Qt::MatchExactly | Qt::MatchRecursive);
+        ASSERT_EQ(trouves.size(), 1);
+        emit sommaire->itemActivated(trouves[0], 0);
+        EXPECT_EQ(b.app.ZoneVisible()->objectName(), "Form2");
     }
     // A caption's "&" is the mnemonic, as in the table.
     EXPECT_EQ(b.Zone("Form2").Action("smn_seg")->text(), "&Segmentation");
