@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "core/liste_textes.hpp"
+#include "gui/barre.hpp"
 #include "gui/fenetres.hpp"
 #include "gui/levee_vue.hpp"
 

@@ -8,6 +8,8 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTreeWidget>
+#include <atomic>
+#include <chrono>
 #include <thread>
 
 #include "../cli/lancer.hpp"
@@ -286,6 +288,32 @@ TEST(Execution, BoitesDepuisLeFilDeTravail) {
     EXPECT_EQ(r[1], std::string());
     EXPECT_EQ(r[2], std::nullopt);
     EXPECT_EQ(b.pilote.questions[0], QString::fromUtf8("Libellé|Préfixe ?|défaut"));
+}
+
+// While an operation runs, the menus of every area are disabled and closing a window waits for it.
+TEST(Execution, PendantUneOperation) {
+    Banc b;
+    std::atomic<bool> liberer{false};
+    bool fini = false;
+    b.Zone("Form2");
+    b.Zone("Form1").Lancer([&](Contexte&) {
+        while (!liberer) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }, [&] { fini = true; });
+    EXPECT_TRUE(b.app.Occupee());
+    for (const char* z : {"Form1", "Form2"}) EXPECT_FALSE(b.Zone(z).menuBar()->isEnabled()) << z;
+    // An area loaded during the run comes up disabled too.
+    EXPECT_FALSE(b.Zone("Form3").menuBar()->isEnabled());
+    EXPECT_FALSE(b.Zone("Form1").close());
+    EXPECT_EQ(b.fin, -1);
+    // A second run is refused while the first goes on.
+    bool second = false;
+    b.Zone("Form1").Lancer([&](Contexte&) { second = true; });
+    liberer = true;
+    ASSERT_TRUE(AttendreQue([&] { return fini; }));
+    EXPECT_FALSE(second);
+    for (const char* z : {"Form1", "Form2", "Form3"}) EXPECT_TRUE(b.Zone(z).menuBar()->isEnabled()) << z;
+    EXPECT_TRUE(b.Zone("Form1").close());
+    EXPECT_EQ(b.fin, 0);
 }
 
 TEST(Execution, ErreurDExecutionLaFenetreReste) {
