@@ -19,8 +19,8 @@ mkdir -p bench/resultats
 sortie=bench/resultats/gui.txt
 : > "$sortie"
 for i in 1 2 3 4 5; do
-    /usr/bin/time -f "%M" -o /tmp/telvoris_gui_temps "$build/gui_mesure" "$(date +%s%N)" "$arbre" 2>/dev/null |
-        sed "s/\$/, $(cat /tmp/telvoris_gui_temps 2>/dev/null || echo ?) kio au plus/" | tee -a "$sortie"
+    ligne=$(/usr/bin/time -f "%M" -o /tmp/telvoris_gui_temps "$build/gui_mesure" "$(date +%s%N)" "$arbre" 2>/dev/null)
+    echo "$ligne, $(cat /tmp/telvoris_gui_temps) kio au plus" | tee -a "$sortie"
 done
 
 if [ ! -f "$source/REPERTOIRE.txt" ] || [ ! -d "$source/OLBRIN_TT" ]; then
