@@ -182,11 +182,12 @@ FenetreLevee::FenetreLevee(ZoneTravail& zone, std::unique_ptr<SessionLevee> sess
 
     // The buttons.
     auto* boutons = new QHBoxLayout;
-    suivant_ = new QPushButton(this);
+    // The longest captions first, so that the layout gives the buttons room for every state.
+    suivant_ = new QPushButton(QStringLiteral("CAS PRECEDENT"), this);
     suivant_->setObjectName(QStringLiteral("B_CX"));
     suivant_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return));
     suivant_->setToolTip(QStringLiteral("Valide les coches et passe au cas suivant (Ctrl+Entrée)"));
-    tri_ = new QPushButton(this);
+    tri_ = new QPushButton(QStringLiteral("TRI GAUCHE"), this);
     tri_->setObjectName(QStringLiteral("B_TRB"));
     tri_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
     reviser_ = new QPushButton(QStringLiteral("REVISER"), this);
@@ -194,6 +195,7 @@ FenetreLevee::FenetreLevee(ZoneTravail& zone, std::unique_ptr<SessionLevee> sess
     reviser_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     interrompre_ = new QPushButton(QStringLiteral("INTERROMPRE"), this);
     interrompre_->setObjectName(QStringLiteral("B_CONC"));
+    for (QPushButton* b : {suivant_, tri_}) b->setMinimumWidth(b->sizeHint().width() + 12);
     boutons->addWidget(suivant_);
     boutons->addWidget(tri_);
     boutons->addWidget(reviser_);
