@@ -33,7 +33,13 @@
 //    Work that is short can use zone.Dialogue() directly from the GUI thread.
 //
 // 5. Ending. zone.App().Terminer(code) ends the program (the quit items, FinProgramme);
-//    tests replace Application::surFin to observe it.
+//    tests replace Application::surFin to observe it. A view that must ask before its area closes
+//    sets zone.gardeFermeture (false keeps the window); Application::OccupationChangee tells when
+//    a run starts and ends.
+//
+// 6. Tests. tests/gui/outils.hpp gives Banc (an application on the fixture tree with a fixed
+//    clock) and tests/gui/pilote.hpp the Pilote that answers the boxes in order and records them.
+//    A new header with Q_OBJECT needs CMake to run again (cmake -S . -B build) for its moc.
 #pragma once
 
 #include <QMainWindow>
