@@ -11,6 +11,7 @@
 #include "core/texte.hpp"
 #include "explore/concordance.hpp"
 #include "explore/corpus.hpp"
+#include "explore/distribution.hpp"
 #include "explore/requete.hpp"
 
 namespace telvoris {
@@ -44,26 +45,7 @@ std::string Z(double z) { return FormaterDouble(Round(z, 2)); }
 }  // namespace
 
 std::string ListeCooccurrents(EtatCorpus& etat, const Requete& r, bool lemmes) {
-    const double p0 = etat.NB_MOTS > 0 ? static_cast<double>(r.NB_COOC) / static_cast<double>(etat.NB_MOTS) : 0.0;
-    std::vector<std::string> creneaux(2001);
-    const auto& table = lemmes ? r.COOC_LEMMES : r.COOC_FORMES;
-    for (int L = 1; L <= NB_LONGUEURS; ++L)
-        for (int c = 1; c <= NB_LETTRES; ++c)
-            for (const auto& e : table[static_cast<std::size_t>(IndiceCasier({c, L}))]) {
-                const std::string_view cle = e.cle;
-                const auto casier = lemmes ? CalculerCasier(cle.substr(0, cle.rfind('_'))) : CalculerCasier(cle);
-                const auto* ligne = etat.Table(lemmes ? DossierIndexe::Lemmes : DossierIndexe::Formes, casier).Trouver(cle);
-                const double f = ligne ? static_cast<double>(ligne->compte) : 0.0;
-                const double attendu = f * p0;
-                const double s = std::sqrt(attendu * (1.0 - p0));
-                const double z = s > 0 ? Round((static_cast<double>(e.compte) - attendu) / s, 2) : 0.0;
-                if (!(attendu > 2 || e.compte >= 8)) continue;
-                const long long creneau = std::clamp<long long>(static_cast<long long>(Round(z * 100)) + 500, 0, 2000);
-                creneaux[static_cast<std::size_t>(creneau)] += Joindre(FormaterDouble(z), "\t", Nombre(e.compte), "\t", e.cle, "\r\n");
-            }
-    std::string texte;
-    for (auto it = creneaux.rbegin(); it != creneaux.rend(); ++it) texte += *it;
-    return texte;
+    return CalculerMicro(etat, r, lemmes).numerique;
 }
 
 int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, const Horloge& horloge, std::ostream& erreurs) {
