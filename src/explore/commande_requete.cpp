@@ -31,7 +31,10 @@ std::string UsageRequete() {
            "    --cote deux|gauche|droite       côtés que limite l'empan (deux par défaut)\n"
            "    --phrase            co-occurrents limités à la phrase\n"
            "    --tri droite|gauche tri de la concordance (droite par défaut)\n"
-           "    --sauver            sauvegarde la concordance sous SAUVEGARDES/CONCORDANCES\n"
+           "    --sauver            sauvegarde la concordance sous SAUVEGARDES/CONCORDANCES, les distributions\n"
+           "                        (--macro) sous SAUVEGARDES/DISTRIBUTIONS (<libellé>_A_ partitions, _B_ classes)\n"
+           "                        et les co-occurrents (--micro) sous SAUVEGARDES (marque_afc_datata.txt,\n"
+           "                        resultat.txt)\n"
            "  Ouverture du corpus :\n"
            "    --titre VARIABLE    variable affichée dans le titre des partitions (répétable)\n"
            "    --contraste VARIABLE  variable de mise en contraste des partitions\n"
@@ -183,6 +186,11 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
                          ListeCooccurrents(etat, r, false));
         texte += Joindre("\r\n", "co-occurrents (lemmes) : écart réduit, occurrences, lemme"_cp, "\r\n",
                          ListeCooccurrents(etat, r, true));
+        // The other order of the lists, as the sort label of the view shows it.
+        texte += Joindre("\r\n", "co-occurrents (formes) par ordre alphabétique : forme, occurrences, écart réduit"_cp,
+                         "\r\n", CalculerMicro(etat, r, false).alphabetique);
+        texte += Joindre("\r\n", "co-occurrents (lemmes) par ordre alphabétique : lemme, occurrences, écart réduit"_cp,
+                         "\r\n", CalculerMicro(etat, r, true).alphabetique);
     }
     // The terminal shows plain line ends.
     std::string affiche;
@@ -192,6 +200,15 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     dialogue.Resultat(affiche);
     if (sauver && r.contextes)
         dialogue.Afficher(Joindre("Concordance sauvegardée : "_cp, TexteChemin(SauverConcordance(etat, r, triGauche, horloge))));
+    if (sauver && p.macro) {
+        dialogue.Afficher(Joindre("Distribution sauvegardée : "_cp, TexteChemin(SauverDistribution(etat, r, false, horloge))));
+        if (etat.NB_CLASSES > 0)
+            dialogue.Afficher(Joindre("Distribution sauvegardée : "_cp, TexteChemin(SauverDistribution(etat, r, true, horloge))));
+    }
+    if (sauver && p.micro)
+        for (const auto& f : EcrireFichiersMicro(etat, CalculerMicro(etat, r, false), CalculerMicro(etat, r, true),
+                                                 etat.PATH_INDEX / "SAUVEGARDES"))
+            dialogue.Afficher(Joindre("Co-occurrents sauvegardés : "_cp, TexteChemin(f)));
     return 0;
 }
 
