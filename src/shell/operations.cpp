@@ -5,6 +5,7 @@
 #include "core/texte.hpp"
 #include "explore/corpus.hpp"
 #include "explore/indexation.hpp"
+#include "explore/operations_vues.hpp"
 #include "intake/echantillons.hpp"
 #include "intake/export_xml.hpp"
 #include "intake/fichier_unique.hpp"
@@ -49,7 +50,28 @@ const std::array kOperations = {
     Operation{"smn_repech", "Form2", "&Système de fichiers"_cp, "Répertoire-échantillon"_cp, &OperationRepertoireEchantillon},
     Operation{"smn_echant", "Form2", "&Système de fichiers"_cp, "Extraire un sous-corpus"_cp, &OperationExtraireSousCorpus},
     Operation{"smn_ctr2", "Form2", "&Gestion base"_cp, "Contrôle doublons"_cp, &OperationControleDoublons},
-    Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites},
+    Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites},    Operation{"smn_rq", "Form1", "&Exploration"_cp, "Requête"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : rouvre le panneau de requête avec les dernières saisies, garni des listes de formes et de lemmes recueillies.\nAucune question."},
+    Operation{"sm_nav", "Form1", "&Exploration"_cp, "Plein texte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre le plein texte d'une partition, les occurrences de la requête marquées, avec les déplacements par partition, occurrence et co-occurrence.\nAucune question."},
+    Operation{"smn_st", "Form1", "&Exploration"_cp, "Distribution"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre les histogrammes des écarts réduits par partition et par classe, et les listes de co-occurrents ; sauvegarde les tableaux sous SAUVEGARDES/DISTRIBUTIONS.\nAucune question."},
+    Operation{"smn_dc", "Form1", "&Exploration"_cp, "Dictionnaires"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre les dictionnaires de formes et de lemmes du corpus ; un clic ajoute un mot à une liste, un double clic l'envoie au panneau de requête.\nAucune question."},
+    Operation{"smn_lfed", "Form1", "&Listes"_cp, "Éditer la liste de formes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre LISTE_FORMES pour la modifier ; VALIDER l'enregistre.\nAucune question."},
+    Operation{"smn_lled", "Form1", "&Listes"_cp, "Éditer la liste de lemmes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre LISTE_LEMMES pour la modifier ; VALIDER l'enregistre.\nAucune question."},
+    Operation{"smn_lfx", "Form1", "&Listes"_cp, "Vider la liste de formes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : vide LISTE_FORMES.\nAucune question."},
+    Operation{"smn_llx", "Form1", "&Listes"_cp, "Vider la liste de lemmes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : vide LISTE_LEMMES.\nAucune question."},
+    Operation{"smn_cg", "Form1", "&AFC"_cp, "Charger une carte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : charge une carte d'AFC à trois colonnes (libellé, x, y) dans l'onglet afc. L'application demande le fichier dans la boîte « AFC à afficher ».\nAucune question."},
+    Operation{"smn_chg", "Form1", "&AFC"_cp, "Charger une autre carte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : charge une carte d'AFC à trois colonnes (libellé, x, y) à la place de la carte affichée. L'application demande le fichier dans la boîte « AFC à afficher ».\nAucune question."},
+    Operation{"smn_rfc", "Form1", "&AFC"_cp, "Rafraîchir la carte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre de nouveau chaque libellé de la carte à ses coordonnées.\nAucune question."},
 };
 
 }  // namespace
