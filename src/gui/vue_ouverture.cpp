@@ -22,7 +22,7 @@ namespace {
 // NIVEAU_DIA: ten check boxes and ten option buttons, an eleventh "aucun critère".
 class DialogueVariables : public QDialog {
 public:
-    DialogueVariables(QWidget* parent, const EtatCorpus& etat) : QDialog(parent) {
+    DialogueVariables(QWidget* parent, const EtatCorpus& etat) : QDialog(parent), nombre_(static_cast<int>(std::min<std::size_t>(etat.variables.size(), 10))) {
         setObjectName(QStringLiteral("NIVEAU_DIA"));
         setWindowTitle(VersQt("choix et affichage des méta-données"_cp));
         auto* l = new QVBoxLayout(this);
@@ -59,14 +59,15 @@ public:
 
     ChoixVariables Choix() const {
         ChoixVariables c;
-        for (int i = 0; i < static_cast<int>(cases_.size()); ++i)
-            if (cases_[static_cast<std::size_t>(i)]->isVisible() && cases_[static_cast<std::size_t>(i)]->isChecked())
+        for (int i = 0; i < nombre_; ++i)
+            if (cases_[static_cast<std::size_t>(i)]->isChecked())
                 c.titres.push_back(i);
-        if (const int id = groupe_->checkedId(); id >= 0 && id < 10) c.contraste = id;
+        if (const int id = groupe_->checkedId(); id >= 0 && id < nombre_) c.contraste = id;
         return c;
     }
 
 private:
+    int nombre_;
     std::vector<QCheckBox*> cases_;
     QButtonGroup* groupe_;
 };
