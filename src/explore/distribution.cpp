@@ -94,7 +94,7 @@ ListeMicro CalculerMicro(EtatCorpus& etat, const Requete& r, bool lemmes) {
     const double p0 = etat.NB_MOTS > 0 ? static_cast<double>(r.NB_COOC) / static_cast<double>(etat.NB_MOTS) : 0.0;
     std::vector<std::string> creneaux(NB_CRENEAUX);
     std::vector<std::vector<std::string>> cles(NB_CRENEAUX);
-    std::vector<std::string> alpha;
+    std::vector<std::pair<std::string, std::string>> alpha;
     const auto& table = lemmes ? r.COOC_LEMMES : r.COOC_FORMES;
     for (int L = 1; L <= NB_LONGUEURS; ++L)
         for (int c = 1; c <= NB_LETTRES; ++c)
@@ -113,16 +113,31 @@ ListeMicro CalculerMicro(EtatCorpus& etat, const Requete& r, bool lemmes) {
                 cles[creneau].push_back(e.cle);
                 std::string a = SansAccent(cle.substr(0, LONGUEUR_ALPHA));
                 a.resize(LONGUEUR_ALPHA + 1, ' ');
-                alpha.push_back(Joindre(a, Nombre(e.compte), "\t", FormaterDouble(z), "\r\n"));
+                alpha.emplace_back(Joindre(a, Nombre(e.compte), "\t", FormaterDouble(z), "\r\n"), e.cle);
             }
     for (std::size_t i = NB_CRENEAUX; i-- > 0;) {
         m.numerique += creneaux[i];
         for (auto& k : cles[i]) m.retenus.push_back(std::move(k));
     }
     // Insertion order among equals, as the list was built.
-    std::stable_sort(alpha.begin(), alpha.end());
-    for (const auto& a : alpha) m.alphabetique += a;
+    std::stable_sort(alpha.begin(), alpha.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (auto& [ligne, cle] : alpha) {
+        m.alphabetique += ligne;
+        m.clesAlpha.push_back(std::move(cle));
+    }
     return m;
+}
+
+std::string ListeMicro::CleDeLigne(std::size_t n) const {
+    const auto& cles = triAlpha ? clesAlpha : retenus;
+    return n < cles.size() ? cles[n] : std::string();
+}
+
+const EntreeCooc* TrouverCooccurrent(const Requete& r, const std::string& cle, bool lemmes) {
+    const Casier casier = CalculerCasier(cle);
+    for (const auto& e : (lemmes ? r.COOC_LEMMES : r.COOC_FORMES)[static_cast<std::size_t>(IndiceCasier(casier))])
+        if (e.cle == cle) return &e;
+    return nullptr;
 }
 
 std::vector<std::filesystem::path> EcrireFichiersMicro(const EtatCorpus& etat, const ListeMicro& formes, const ListeMicro& lemmes,

@@ -65,6 +65,9 @@ struct ListeMicro {
     std::string numerique;    // "z TAB n TAB key" lines, highest z first
     std::string alphabetique; // SANS_ACCENT of the key cut to 25, blanks, n, z; sorted
     std::vector<std::string> retenus;  // keys retained, in the numeric order
+    std::vector<std::string> clesAlpha;  // the same keys in the alphabetic order
+    // The key of line n (0 up) of the order shown, "" past the end.
+    std::string CleDeLigne(std::size_t n) const;
     bool triAlpha = false;    // the order shown
     const std::string& Affichee() const { return triAlpha ? alphabetique : numerique; }
     // Label7: the caption names the other order; a press swaps them.
@@ -73,6 +76,9 @@ struct ListeMicro {
 };
 
 ListeMicro CalculerMicro(EtatCorpus& etat, const Requete& requete, bool lemmes);
+
+// The entry of a co-occurrent in the query's tables, or nullptr.
+const EntreeCooc* TrouverCooccurrent(const Requete& requete, const std::string& cle, bool lemmes);
 
 // The files of a micro-distribution: a mark per retained entry in
 // SAUVEGARDES/marque_afc_datata.txt under the index, and both numeric lists in

@@ -71,6 +71,7 @@ public:
             vues_[cote] = new TexteDico;
             vues_[cote]->setObjectName(lemmes ? QStringLiteral("RTBDIC_L") : QStringLiteral("RTBDIC_F"));
             vues_[cote]->setReadOnly(true);
+            vues_[cote]->setTabStopDistance(60);
             colonne->addWidget(vues_[cote], 1);
             l->addLayout(colonne);
             connect(recherche_[cote], &QLineEdit::textChanged, this, [this, lemmes](const QString& t) { Chercher(lemmes, t); });

@@ -73,6 +73,17 @@ protected:
     }
 };
 
+class ListeMicroTexte : public QPlainTextEdit {
+public:
+    std::function<void(int ligne)> double_;
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* ev) override {
+        QPlainTextEdit::mouseDoubleClickEvent(ev);
+        if (double_) double_(cursorForPosition(ev->position().toPoint()).blockNumber());
+    }
+};
+
 class VueDistribution : public QWidget {
 public:
     explicit VueDistribution(Exploration& e) : e_(e) {
@@ -115,7 +126,7 @@ public:
             tri_[i] = new QPushButton(this);
             tri_[i]->setObjectName(QStringLiteral("Label7_%1").arg(i));
             tri_[i]->setFlat(true);
-            listes_[i] = new QPlainTextEdit(this);
+            listes_[i] = new ListeMicroTexte;
             listes_[i]->setObjectName(i == 0 ? QStringLiteral("micro_formes") : QStringLiteral("micro_lemmes"));
             listes_[i]->setReadOnly(true);
             listes_[i]->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -126,6 +137,16 @@ public:
             colonne->addWidget(tri_[i], 0, Qt::AlignLeft);
             colonne->addWidget(listes_[i]);
             micro->addLayout(colonne);
+            // A double click on a co-occurrent: its places are marked in the full text.
+            listes_[i]->double_ = [this, i](int ligne) {
+                const Requete* r = e_.DerniereRequete();
+                if (!r) return;
+                const EntreeCooc* entree = TrouverCooccurrent(*r, micro_[i].CleDeLigne(static_cast<std::size_t>(ligne)), i == 1);
+                if (!entree) return;
+                e_.Commande([&] { e_.Navigation()->ChoisirCooccurrences(CooccurrencesDe(*entree, i == 1)); });
+                emit e_.navigationChangee();
+                e_.Montrer(VUE_PLEIN_TEXTE);
+            };
             connect(tri_[i], &QPushButton::clicked, this, [this, i] {
                 micro_[i].Basculer();
                 AfficherMicro(i);
@@ -167,7 +188,7 @@ private:
     QLabel* label3_;
     Image* images_[2];
     QPushButton* tri_[2];
-    QPlainTextEdit* listes_[2];
+    ListeMicroTexte* listes_[2];
     ListeMicro micro_[2];
 };
 

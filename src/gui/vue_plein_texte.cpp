@@ -122,6 +122,8 @@ public:
             texte_->ensureCursorVisible();
         }
         titre_->setText(VersQt(n.titre));
+        if (n.PART_COURANTE >= 1 && n.PART_COURANTE <= e_.Etat().NB_PARTS)
+            combo_->setCurrentText(VersQt(e_.Etat().TITRE_COURT[static_cast<std::size_t>(n.PART_COURANTE)]));
         window()->setWindowTitle(VersQt(n.titre.empty() ? std::string(TITRE_FORM1) : n.titre));
         legendes_[0]->setText(QString::number(n.PART_COURANTE));
         legendes_[1]->setText(VersQt(n.legendeOcc));

@@ -158,11 +158,19 @@ TEST(Distribution, MicroDistributionDansLesDeuxOrdres) {
               "chat                      9\t8,66\r\n"
               "voit                      8\t15\r\n"
               "zebre                     8\t0\r\n");
+    EXPECT_EQ(m.CleDeLigne(0), "voit");
+    EXPECT_EQ(m.CleDeLigne(3), "abcdefghijklmnopqrstuvwxyz");
+    EXPECT_EQ(m.CleDeLigne(4), "");
+    ASSERT_NE(TrouverCooccurrent(r, "voit", false), nullptr);
+    EXPECT_EQ(TrouverCooccurrent(r, "voit", false)->compte, 8);
+    EXPECT_EQ(TrouverCooccurrent(r, "voit", true), nullptr);
     EXPECT_EQ(m.Legende(), "> TRI ALPHABETIQUE");
     EXPECT_EQ(m.Affichee(), m.numerique);
     m.Basculer();
     EXPECT_EQ(m.Legende(), "> TRI NUMERIQUE");
     EXPECT_EQ(m.Affichee(), m.alphabetique);
+    EXPECT_EQ(m.CleDeLigne(0), "abcdefghijklmnopqrstuvwxyz");
+    EXPECT_EQ(m.CleDeLigne(3), "z\xE8" "bre");
 
     const ListeMicro lemmes = CalculerMicro(f.etat, r, true);
     EXPECT_TRUE(lemmes.numerique.empty());
