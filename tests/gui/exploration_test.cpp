@@ -60,10 +60,10 @@ T* Trouver(QWidget* parent, const char* nom) {
 }
 
 // Saves a picture of the area when TELVORIS_CAPTURES names a folder.
-void Capturer(gui::ZoneTravail& zone, const char* nom) {
+void Capturer(QWidget& zone, const char* nom) {
     const QByteArray dossier = qgetenv("TELVORIS_CAPTURES");
     if (dossier.isEmpty()) return;
-    zone.resize(1400, 900);
+    if (zone.isWindow() && qobject_cast<gui::ZoneTravail*>(&zone)) zone.resize(1400, 900);
     QApplication::processEvents();
     zone.grab().save(QString::fromLocal8Bit(dossier) + QLatin1Char('/') + QLatin1String(nom) + QStringLiteral(".png"));
 }
@@ -84,7 +84,7 @@ TEST(Exploration, ParcoursComplet) {
     EXPECT_EQ(b.pilote.fichiers.value(0).section(QLatin1Char('|'), 0, 0), QString::fromUtf8("Ouvrir le répertoire"));
     EXPECT_EQ(Trouver<QCheckBox>(dia, "PART_CRIT_CK2_1")->text(), QStringLiteral("DATE"));
     EXPECT_FALSE(Trouver<QCheckBox>(dia, "PART_CRIT_CK2_2")->isVisibleTo(dia));
-    Capturer(zone, "ouverture");
+    Capturer(*dia, "ouverture");
     Trouver<QCheckBox>(dia, "PART_CRIT_CK2_0")->setChecked(true);
     Trouver<QRadioButton>(dia, "PART_CRIT_OPT_1")->setChecked(true);
     QTest::mouseClick(Trouver<QPushButton>(dia, "NIVEAU_VAL_NEW"), Qt::LeftButton);
