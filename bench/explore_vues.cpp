@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <cstdio>
 #include <vector>
 
@@ -31,6 +32,10 @@ public:
 };
 
 double Ms(Horloge_::time_point a, Horloge_::time_point b) { return std::chrono::duration<double, std::milli>(b - a).count(); }
+// The processor time of the whole process (every thread), in ms: the machine may be shared, and
+// wall-clock time then counts the waits for a processor.
+double Cpu() { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+std::vector<double> cpu;  // processor time of each measure, beside its wall time
 double Mediane(std::vector<double> v) {
     std::sort(v.begin(), v.end());
     return v.empty() ? 0 : v[v.size() / 2];
@@ -46,11 +51,13 @@ void Ouvrir(gui::Exploration& e, const char* liste) {
 // Runs the panel's query and waits for its end; returns the milliseconds to the first page
 // painted.
 double Valider(gui::Exploration& e, gui::ZoneTravail& zone) {
+    const double c0 = Cpu();
     const auto t0 = Horloge_::now();
     e.LancerRequetePanneau();
     while (zone.App().Occupee()) QApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
     QApplication::processEvents();
     if (QWidget* c = zone.Vue<QWidget>(QLatin1String(gui::VUE_CONCORDANCE))) c->grab();
+    cpu.push_back(Cpu() - c0);
     return Ms(t0, Horloge_::now());
 }
 
@@ -79,22 +86,45 @@ int main(int argc, char** argv) {
     std::vector<double> conc;
     for (int i = 0; i < 5; ++i) conc.push_back(Valider(e, zone));
     const Requete* r = e.DerniereRequete();
-    std::printf("concordance de %zu lignes, de VALIDER a la premiere page peinte : mediane %.1f ms (premiere %.1f ms)\n",
-                r ? r->occ.size() : 0, Mediane(conc), conc[0]);
+    std::printf("concordance de %zu lignes, de VALIDER a la premiere page peinte : mediane %.1f ms (premiere %.1f ms) ; "
+                "temps processeur mediane %.1f ms\n",
+                r ? r->occ.size() : 0, Mediane(conc), conc[0], Mediane(cpu));
+
+    // The same query in the library alone, without the views.
+    {
+        std::vector<double> seules;
+        cpu.clear();
+        Muet d;
+        for (int i = 0; i < 5; ++i) {
+            telvoris::Requete rs;
+            const double c0 = Cpu();
+            const auto t0 = Horloge_::now();
+            LancerRequete(e.Etat(), ParametresDuPanneau(e.panneau), rs, d);
+            seules.push_back(Ms(t0, Horloge_::now()));
+            cpu.push_back(Cpu() - c0);
+        }
+        std::printf("la meme requete dans la bibliotheque seule : mediane %.1f ms ; temps processeur mediane %.1f ms\n",
+                    Mediane(seules), Mediane(cpu));
+    }
 
     // The full text: each of the first partitions shown with its marks, then painted.
     QWidget* plein = e.Montrer(gui::VUE_PLEIN_TEXTE);
     std::vector<double> parties;
+    cpu.clear();
     const long long n = std::min<long long>(e.Etat().NB_PARTS, 60);
     for (long long p = 1; p <= n; ++p) {
+        const double c0 = Cpu();
         const auto t0 = Horloge_::now();
         e.Navigation()->AllerPartition(p);
         emit e.navigationChangee();
         plein->grab();
         parties.push_back(Ms(t0, Horloge_::now()));
+        cpu.push_back(Cpu() - c0);
     }
-    std::printf("plein texte, %lld partitions montrees avec leurs marques : mediane %.1f ms, max %.1f ms\n", n,
-                Mediane(parties), *std::max_element(parties.begin(), parties.end()));
+    std::printf("plein texte, %lld partitions montrees avec leurs marques : mediane %.1f ms, max %.1f ms ; temps "
+                "processeur mediane %.1f ms, max %.1f ms\n",
+                n, Mediane(parties), *std::max_element(parties.begin(), parties.end()), Mediane(cpu),
+                *std::max_element(cpu.begin(), cpu.end()));
 
     // The micro-distribution of the same query: the query with co-occurrents, and both lists.
     {
@@ -103,15 +133,17 @@ int main(int argc, char** argv) {
         p.saisie = forme;
         p.concordance = false;
         p.micro = true;
-        Requete rm;
+        telvoris::Requete rm;
+        const double c0 = Cpu();
         const auto t0 = Horloge_::now();
         LancerRequete(e.Etat(), p, rm, d);
         const auto t1 = Horloge_::now();
         const ListeMicro f = CalculerMicro(e.Etat(), rm, false), l = CalculerMicro(e.Etat(), rm, true);
         const auto t2 = Horloge_::now();
         std::printf("micro-distribution sur %zu occurrences (%lld co-occurrents, %zu formes et %zu lemmes retenus) : "
-                    "requete %.0f ms, listes %.0f ms, total %.0f ms\n",
-                    rm.occ.size(), rm.NB_COOC, f.retenus.size(), l.retenus.size(), Ms(t0, t1), Ms(t1, t2), Ms(t0, t2));
+                    "requete %.0f ms, listes %.0f ms, total %.0f ms ; temps processeur %.0f ms\n",
+                    rm.occ.size(), rm.NB_COOC, f.retenus.size(), l.retenus.size(), Ms(t0, t1), Ms(t1, t2), Ms(t0, t2),
+                    Cpu() - c0);
     }
 
     // Both histograms, on a corpus of at most 499 partitions.
@@ -125,16 +157,20 @@ int main(int argc, char** argv) {
         QWidget* p1 = stat->findChild<QWidget*>(QStringLiteral("Picture1"));
         QWidget* p2 = stat->findChild<QWidget*>(QStringLiteral("Picture2"));
         std::vector<double> dessins;
+        cpu.clear();
         for (int i = 0; i < 10; ++i) {
+            const double c0 = Cpu();
             const auto t0 = Horloge_::now();
             const Histogramme h1 = HistogrammePartitions(e.Etat(), *e.DerniereRequete());
             const Histogramme h2 = HistogrammeClasses(e.Etat(), *e.DerniereRequete());
             p1->grab();
             p2->grab();
             dessins.push_back(Ms(t0, Horloge_::now()));
+            cpu.push_back(Cpu() - c0);
         }
-        std::printf("histogrammes de %lld partitions et %d classes, calcul et dessin des deux : mediane %.1f ms\n",
-                    e.Etat().NB_PARTS, e.Etat().NB_CLASSES, Mediane(dessins));
+        std::printf("histogrammes de %lld partitions et %d classes, calcul et dessin des deux : mediane %.1f ms ; "
+                    "temps processeur mediane %.1f ms\n",
+                    e.Etat().NB_PARTS, e.Etat().NB_CLASSES, Mediane(dessins), Mediane(cpu));
     }
     return 0;
 }

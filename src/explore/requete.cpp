@@ -1,6 +1,7 @@
 #include "explore/requete.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <unordered_set>
 
@@ -374,9 +375,23 @@ private:
             e = &casier.back();
         }
         ++e->compte;
-        e->parties += Joindre("/", Nombre(partition), "-", Nombre(k));
-        e->occurrences += Joindre("/", Nombre(static_cast<long long>(numero)));
-        if (forme) e->longueurs += Joindre("/", Nombre(static_cast<long long>(forme->size())));
+        // Appended in place: these lists grow to tens of thousands of entries for common words.
+        e->parties += '/';
+        AjouterNombre(e->parties, partition);
+        e->parties += '-';
+        AjouterNombre(e->parties, k);
+        e->occurrences += '/';
+        AjouterNombre(e->occurrences, static_cast<long long>(numero));
+        if (forme) {
+            e->longueurs += '/';
+            AjouterNombre(e->longueurs, static_cast<long long>(forme->size()));
+        }
+    }
+
+    static void AjouterNombre(std::string& s, long long v) {
+        char tampon[24];
+        const auto fin = std::to_chars(tampon, tampon + sizeof tampon, v).ptr;
+        s.append(tampon, fin);
     }
 
     void Cooccurrent(const AttributsJeton& a, long long partition, std::size_t numero) {
