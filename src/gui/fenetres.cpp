@@ -11,6 +11,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QThread>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 #include <map>
 
@@ -164,6 +165,36 @@ void ZoneTravail::ConstruireMenus() {
         a->setObjectName(QStringLiteral("smn_cl"));
         connect(a, &QAction::triggered, this, [this] { Quitter(); });
     }
+    ConstruireSommaire();
+}
+
+void ZoneTravail::ConstruireSommaire() {
+    // The area's operations at a glance, menu by menu, with what each does; a double click (or
+    // Enter) chooses the item as the menu would.
+    auto* arbre = new QTreeWidget(this);
+    arbre->setObjectName(QStringLiteral("sommaire"));
+    arbre->setColumnCount(2);
+    arbre->setHeaderLabels({QStringLiteral("Opération"), QStringLiteral("Ce qu'elle fait")});
+    arbre->setRootIsDecorated(true);
+    arbre->setWordWrap(true);
+    for (QAction* m : menuBar()->actions()) {
+        if (!m->menu()) continue;
+        auto* noeud = new QTreeWidgetItem(arbre, {QString(m->text()).remove(QLatin1Char('&'))});
+        for (QAction* a : m->menu()->actions()) {
+            const QString texte = QString(a->text()).replace(QStringLiteral("&&"), QStringLiteral("\x01"))
+                                      .remove(QLatin1Char('&')).replace(QStringLiteral("\x01"), QStringLiteral("&"));
+            auto* item = new QTreeWidgetItem(noeud, {texte, a->statusTip()});
+            item->setData(0, Qt::UserRole, QVariant::fromValue(static_cast<QObject*>(a)));
+            item->setToolTip(1, a->toolTip() == a->text() ? QString() : a->toolTip());
+        }
+    }
+    arbre->expandAll();
+    arbre->resizeColumnToContents(0);
+    connect(arbre, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+        if (auto* a = qobject_cast<QAction*>(item->data(0, Qt::UserRole).value<QObject*>()); a && !app_.Occupee())
+            a->trigger();
+    });
+    AjouterVue(arbre, QStringLiteral("Opérations"));
 }
 
 QAction* ZoneTravail::Action(const QString& id) const {
@@ -319,6 +350,8 @@ ZoneTravail& Application::Zone(const QString& nom) {
         const std::string_view titres[] = {TITRE_FORM1, TITRE_FORM2, TITRE_FORM3};
         zones_[i] = new ZoneTravail(*this, nom, VersQt(titres[i]));
         zones_[i]->menuBar()->setEnabled(!occupee_);
+        zones_[i]->PanneauResultat()->appendPlainText(
+            QStringLiteral("Arborescence de ressources : ") + QString::fromStdString(ressources_.string()));
     }
     return *zones_[i];
 }

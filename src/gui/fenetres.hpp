@@ -9,7 +9,8 @@
 // 2. Where a view lives. Each work area (ZoneTravail, a QMainWindow) has a view area, a
 //    QTabWidget above its result pane: Form1 holds the exploration views (query panel,
 //    concordance, full text, distributions, dictionary tab, home map) there, Form3 the map viewers,
-//    Form2 the review window. Add or find a view with
+//    Form2 the review window. Its first tab, "Opérations", lists the area's menu items. Add or
+//    find a view with
 //        zone.AjouterVue(widget, VersQt("Concordance"_cp))   // takes ownership, shows its tab
 //        zone.Vue<MaVue>("nom_objet")                          // the view whose objectName it is
 //    A view is a widget that reads a model of the library (no Qt in the model) and turns clicks
@@ -127,6 +128,7 @@ protected:
 
 private:
     void ConstruireMenus();
+    void ConstruireSommaire();
     void Quitter();
 
     gui::Application& app_;

@@ -8,20 +8,30 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+constexpr const char* kUsage = "Usage : telvoris-gui [--ressources DOSSIER] [--zone Form1|Form2|Form3]\n";
+}
+
 int main(int argc, char** argv) {
     QApplication qapp(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Telvoris"));
     std::optional<fs::path> ressources;
+    QString zone = QStringLiteral("Form1");
     const QStringList args = QApplication::arguments();
     for (qsizetype i = 1; i < args.size(); ++i) {
         if (args[i] == QLatin1String("--ressources") && i + 1 < args.size()) {
             const QByteArray d = args[++i].toUtf8();
             ressources = fs::path(std::string(d.constData(), static_cast<std::size_t>(d.size())));
+        } else if (args[i] == QLatin1String("--zone") && i + 1 < args.size() &&
+                   (args[i + 1] == QLatin1String("Form1") || args[i + 1] == QLatin1String("Form2") ||
+                    args[i + 1] == QLatin1String("Form3"))) {
+            // Opens on another work area, as if its access item had been chosen.
+            zone = args[++i];
         } else if (args[i] == QLatin1String("--help") || args[i] == QLatin1String("-h")) {
-            std::cout << "Usage : telvoris-gui [--ressources DOSSIER]\n";
+            std::cout << kUsage;
             return 0;
         } else {
-            std::cerr << "Option inconnue : " << args[i].toStdString() << "\nUsage : telvoris-gui [--ressources DOSSIER]\n";
+            std::cerr << "Option inconnue : " << args[i].toStdString() << "\n" << kUsage;
             return 2;
         }
     }
@@ -31,5 +41,6 @@ int main(int argc, char** argv) {
     telvoris::gui::Application app;
     if (!app.Demarrer(ressources, fs::path(std::string(exe.constData(), static_cast<std::size_t>(exe.size()))), maison))
         return 3;
+    if (zone != QLatin1String("Form1")) app.Montrer(zone);
     return QApplication::exec();
 }

@@ -7,6 +7,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QTreeWidget>
+#include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "../cli/lancer.hpp"
 #include "core/texte.hpp"
@@ -76,7 +80,9 @@ TEST(Menus, ConstruitsDepuisLaTableDesOperations) {
             ASSERT_NE(a, nullptr) << op.id;
             const QString aide = QString::fromUtf8(op.aide.data(), op.aide.size());
             EXPECT_EQ(a->statusTip(), aide.section(QLatin1Char('\n'), 0, 0)) << op.id;
-            if (!aide.isEmpty()) EXPECT_EQ(a->toolTip(), aide) << op.id;
+            if (!aide.isEmpty()) {
+                EXPECT_EQ(a->toolTip(), aide) << op.id;
+            }
         }
         std::vector<QString> menusVus;
         for (QAction* m : z.menuBar()->actions()) {
@@ -92,6 +98,28 @@ TEST(Menus, ConstruitsDepuisLaTableDesOperations) {
             for (const auto& e : attendu)
                 if (e.first == m) regroupe.push_back(e);
         EXPECT_EQ(vu, regroupe) << zone;
+        // The summary tab lists the same items, and choosing one there chooses the menu item.
+        auto* sommaire = z.findChild<QTreeWidget*>("sommaire");
+        ASSERT_NE(sommaire, nullptr);
+        std::vector<std::pair<QString, QString>> liste;
+        for (int i = 0; i < sommaire->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* m = sommaire->topLevelItem(i);
+            if (std::find(menusAttendus.begin(), menusAttendus.end(), m->text(0)) == menusAttendus.end() &&
+                std::find(menusAttendus.begin(), menusAttendus.end(), "&" + m->text(0)) == menusAttendus.end())
+                continue;
+            for (int j = 0; j < m->childCount(); ++j) liste.emplace_back(m->text(0), m->child(j)->text(0));
+        }
+        ASSERT_EQ(liste.size(), regroupe.size()) << zone;
+        for (std::size_t i = 0; i < liste.size(); ++i)
+            EXPECT_EQ(liste[i].second, QString(regroupe[i].second).remove(QLatin1Char('&'))) << zone;
+    }
+    {
+        // The "Accès" entry of the summary moves to the area, as the menu does.
+        auto* sommaire = b.Zone("Form1").findChild<QTreeWidget*>("sommaire");
+        const auto trouves = sommaire->findItems(QString::fromUtf8("Accès à OlbrIn"), Qt::MatchExactly | Qt::MatchRecursive);
+        ASSERT_EQ(trouves.size(), 1);
+        emit sommaire->itemActivated(trouves[0], 0);
+        EXPECT_EQ(b.app.ZoneVisible()->objectName(), "Form2");
     }
     // A caption's "&" is the mnemonic, as in the table.
     EXPECT_EQ(b.Zone("Form2").Action("smn_seg")->text(), "&Segmentation");
@@ -194,17 +222,12 @@ TEST(Execution, SegmentationDepuisLeMenuCommeLaLigneDeCommande) {
     Banc b;
     b.app.Montrer("Form2");
     gui::ZoneTravail& z = b.Zone("Form2");
-    bool barreVue = false;
-    QObject::connect(z.LibelleBarre(), &QObject::objectNameChanged, [] {});
     b.pilote.Ajouter(Fichier(gui / "REPERTOIRE.txt"));
     QAction* a = z.Action("smn_seg");
     a->trigger();
     EXPECT_TRUE(b.app.Occupee());
     EXPECT_FALSE(z.menuBar()->isEnabled());
-    ASSERT_TRUE(AttendreQue([&] {
-        if (z.Barre()->isVisible() && z.Barre()->LargeurUnites() > 0) barreVue = true;
-        return !b.app.Occupee();
-    }));
+    ASSERT_TRUE(AttendreQue([&] { return !b.app.Occupee(); }));
     EXPECT_TRUE(z.menuBar()->isEnabled());
     EXPECT_FALSE(z.Barre()->isVisible());
     EXPECT_TRUE(b.pilote.imprevus.isEmpty());
@@ -216,7 +239,6 @@ TEST(Execution, SegmentationDepuisLeMenuCommeLaLigneDeCommande) {
     EXPECT_EQ(QString::fromStdString(e.sortie).trimmed(), b.pilote.messages[0]);
     EXPECT_EQ(Arbre(gui), Arbre(cli));
     EXPECT_EQ(b.fin, -1);
-    (void)barreVue;
 
     // The file dialog opens next time in the folder last used.
     b.pilote.Ajouter(Fichier({}));
@@ -225,6 +247,73 @@ TEST(Execution, SegmentationDepuisLeMenuCommeLaLigneDeCommande) {
     ASSERT_EQ(b.pilote.fichiers.size(), 2);
     EXPECT_TRUE(b.pilote.fichiers[1].endsWith(QLatin1Char('|') + QString::fromStdString(gui.string())))
         << b.pilote.fichiers[1].toStdString();
+}
+
+// The bar and its label follow the calls of a worker thread, the latest call winning, and hide.
+TEST(Execution, BarreDepuisLeFilDeTravail) {
+    Banc b;
+    gui::ZoneTravail& z = b.Zone("Form1");
+    std::thread fil([&] {
+        for (int i = 1; i <= 3; ++i) z.Dialogue().Progression("Segmentation. Fichier" + std::to_string(i) + " de 4", i, 4);
+    });
+    fil.join();
+    ASSERT_TRUE(AttendreQue([&] { return z.LibelleBarre()->text() == "Segmentation. Fichier3 de 4"; }));
+    EXPECT_TRUE(z.Barre()->isVisibleTo(&z));
+    EXPECT_EQ(z.Barre()->LargeurUnites(), 5050);  // round(3 x 6732 / 4) + 1
+    std::thread fin([&] { z.Dialogue().MasquerProgression(); });
+    fin.join();
+    ASSERT_TRUE(AttendreQue([&] { return !z.Barre()->isVisibleTo(&z); }));
+    EXPECT_FALSE(z.LibelleBarre()->isVisibleTo(&z));
+    // A label alone (n = 0) shows an empty bar.
+    z.Dialogue().Progression("Chargement des dictionnaires", 0, 0);
+    ASSERT_TRUE(AttendreQue([&] { return z.LibelleBarre()->isVisibleTo(&z); }));
+    EXPECT_EQ(z.Barre()->LargeurUnites(), 0);
+}
+
+// Input boxes asked from the worker thread: CP1252 both ways, Cancel apart from an empty answer.
+TEST(Execution, BoitesDepuisLeFilDeTravail) {
+    Banc b;
+    gui::ZoneTravail& z = b.Zone("Form1");
+    b.pilote.Ajouter(Texte(QString::fromUtf8("Œuvre « €uro » ’")));
+    b.pilote.Ajouter(Texte(""));
+    b.pilote.Ajouter(Annuler());
+    std::vector<std::optional<std::string>> r;
+    bool fini = false;
+    z.Lancer([&](Contexte& ctx) {
+        for (int i = 0; i < 3; ++i) r.push_back(ctx.dialogue.Demander("Préfixe ?"_cp, "Libellé"_cp, "défaut"_cp));
+    }, [&] { fini = true; });
+    ASSERT_TRUE(AttendreQue([&] { return fini; }));
+    ASSERT_EQ(r.size(), 3u);
+    EXPECT_EQ(r[0], std::string("Œuvre « €uro » ’"_cp));
+    EXPECT_EQ(r[1], std::string());
+    EXPECT_EQ(r[2], std::nullopt);
+    EXPECT_EQ(b.pilote.questions[0], QString::fromUtf8("Libellé|Préfixe ?|défaut"));
+}
+
+// While an operation runs, the menus of every area are disabled and closing a window waits for it.
+TEST(Execution, PendantUneOperation) {
+    Banc b;
+    std::atomic<bool> liberer{false};
+    bool fini = false;
+    b.Zone("Form2");
+    b.Zone("Form1").Lancer([&](Contexte&) {
+        while (!liberer) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }, [&] { fini = true; });
+    EXPECT_TRUE(b.app.Occupee());
+    for (const char* z : {"Form1", "Form2"}) EXPECT_FALSE(b.Zone(z).menuBar()->isEnabled()) << z;
+    // An area loaded during the run comes up disabled too.
+    EXPECT_FALSE(b.Zone("Form3").menuBar()->isEnabled());
+    EXPECT_FALSE(b.Zone("Form1").close());
+    EXPECT_EQ(b.fin, -1);
+    // A second run is refused while the first goes on.
+    bool second = false;
+    b.Zone("Form1").Lancer([&](Contexte&) { second = true; });
+    liberer = true;
+    ASSERT_TRUE(AttendreQue([&] { return fini; }));
+    EXPECT_FALSE(second);
+    for (const char* z : {"Form1", "Form2", "Form3"}) EXPECT_TRUE(b.Zone(z).menuBar()->isEnabled()) << z;
+    EXPECT_TRUE(b.Zone("Form1").close());
+    EXPECT_EQ(b.fin, 0);
 }
 
 TEST(Execution, ErreurDExecutionLaFenetreReste) {

@@ -1,0 +1,103 @@
+// Times the desktop application: from the start of the process to the first painted Form1, and
+// the review window on a corpus after the automatic pass (opening through the area's worker thread
+// and dialogue, then the first case, the largest, shown and painted). Built and run by
+// bench/gui.sh.
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTimer>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+
+#include "core/liste_textes.hpp"
+#include "gui/barre.hpp"
+#include "gui/fenetres.hpp"
+#include "gui/levee_vue.hpp"
+
+using namespace telvoris;
+namespace fs = std::filesystem;
+
+namespace {
+
+long long MaintenantNs() {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+// Notes the first paint of a window.
+class Guetteur : public QObject {
+public:
+    long long premiere = 0;
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == QEvent::Paint && !premiere) premiere = MaintenantNs();
+        return false;
+    }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fprintf(stderr, "usage : gui_mesure DEBUT_NS RESSOURCES [LISTE.txt]\n");
+        return 2;
+    }
+    const long long debut = std::atoll(argv[1]);
+    QApplication qapp(argc, argv);
+    gui::Application app;
+    Guetteur guetteur;
+    app.Zone(QStringLiteral("Form1")).installEventFilter(&guetteur);
+    app.DemarrerAvec(argv[2]);
+    while (!guetteur.premiere) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    std::printf("démarrage jusqu'à la première peinture de Form1 : %.0f ms\n", (guetteur.premiere - debut) / 1e6);
+    if (argc < 4) return 0;
+
+    const fs::path liste = argv[3];
+    gui::ZoneTravail& z = app.Zone(QStringLiteral("Form2"));
+    app.Montrer(QStringLiteral("Form2"));
+    auto session = std::make_shared<std::unique_ptr<SessionLevee>>();
+    gui::FenetreLevee* f = nullptr;
+    QElapsedTimer t;
+    t.start();
+    double ouverture = 0, affichage = 0, defilement = 0;
+    bool fini = false;
+    // The biggest repaint gap of the GUI thread while the corpus loads on the worker thread.
+    qint64 dernier = 0, ecartMax = 0;
+    QTimer battement;
+    QObject::connect(&battement, &QTimer::timeout, [&] {
+        const qint64 m = t.elapsed();
+        if (dernier) ecartMax = std::max(ecartMax, m - dernier);
+        dernier = m;
+        z.Barre()->repaint();
+    });
+    battement.start(10);
+    z.Lancer(
+        [&](Contexte& ctx) {
+            *session = std::make_unique<SessionLevee>(SessionLevee::OuvrirSimples(ChargerListeTextes(liste), ctx.horloge,
+                                                                                  ctx.dialogue));
+        },
+        [&] {
+            battement.stop();
+            ouverture = t.elapsed() / 1000.0;
+            t.restart();
+            f = new gui::FenetreLevee(z, std::move(*session));
+            z.AjouterVue(f, QStringLiteral("Levée"));
+            f->Commencer();
+            f->ValiderMode();
+            f->Table()->viewport()->repaint();
+            affichage = t.elapsed() / 1000.0;
+            t.restart();
+            f->Table()->verticalScrollBar()->setValue(f->Table()->verticalScrollBar()->maximum());
+            f->Table()->viewport()->repaint();
+            defilement = t.elapsed() / 1000.0;
+            fini = true;
+        });
+    while (!fini) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    std::printf("ouverture de la session (fil de travail, barre) : %.2f s, %lld positions, %zu cas\n", ouverture,
+                f->Session().NbPositions(), f->Session().NbCas());
+    std::printf("plus long intervalle sans peinture pendant l'ouverture : %lld ms\n", static_cast<long long>(ecartMax));
+    std::printf("premier cas affiché et peint : %.3f s, %zu occurrences\n", affichage, f->Session().NbOccurrences());
+    std::printf("défilement jusqu'à la dernière occurrence et peinture : %.3f s\n", defilement);
+    return 0;
+}
