@@ -168,7 +168,7 @@ private:
             const std::string& t = nav->texte;
             const long long debut = std::max(0LL, o.k - 1 - 300);
             const std::string extrait = o.k >= 1 && static_cast<std::size_t>(debut) < t.size() ? t.substr(static_cast<std::size_t>(debut), 600 + static_cast<std::size_t>(o.longueur)) : std::string();
-            contexte_->setText(VersQt(Joindre(nav->titre, "\r\n", extrait)));
+            contexte_->setText(VersQt(Joindre(nav->titre, "\n", extrait)).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
         });
     }
 

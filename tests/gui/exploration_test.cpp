@@ -125,6 +125,12 @@ TEST(Exploration, ParcoursComplet) {
     EXPECT_TRUE(Trouver<QLabel>(conc, "CF_info")->text().contains(QStringLiteral("STATISTIQUES pour la requête : chat_SM")));
     Capturer(zone, "concordance");
 
+    // Left button: the extended context below, and the tab stays.
+    const QRect r0 = texte->cursorRect(QTextCursor(texte->document()->findBlockByNumber(1)));
+    QTest::mouseClick(texte->viewport(), Qt::LeftButton, {}, r0.center() + QPoint(40, 0));
+    EXPECT_EQ(zone.Onglets()->currentWidget(), conc);
+    EXPECT_EQ(Trouver<QLabel>(conc, "contexte_etendu")->text(), QStringLiteral("1. JOURNAL=A\nLe chat dort.\n"));
+    EXPECT_EQ(e.Navigation()->PART_COURANTE, 1);
     // Right button on the line of "chats dorment": the full text of partition 3.
     const QRect r = texte->cursorRect(QTextCursor(texte->document()->findBlockByNumber(2)));
     QTest::mouseClick(texte->viewport(), Qt::RightButton, {}, r.center() + QPoint(40, 0));
