@@ -12,6 +12,7 @@
 #include "explore/concordance.hpp"
 #include "explore/concordance_tsv.hpp"
 #include "explore/corpus.hpp"
+#include "explore/distribution.hpp"
 #include "explore/requete.hpp"
 
 namespace telvoris {
@@ -31,7 +32,10 @@ std::string UsageRequete() {
            "    --cote deux|gauche|droite       côtés que limite l'empan (deux par défaut)\n"
            "    --phrase            co-occurrents limités à la phrase\n"
            "    --tri droite|gauche tri de la concordance (droite par défaut)\n"
-           "    --sauver            sauvegarde la concordance sous SAUVEGARDES/CONCORDANCES\n"
+           "    --sauver            sauvegarde la concordance sous SAUVEGARDES/CONCORDANCES, les distributions\n"
+           "                        (--macro) sous SAUVEGARDES/DISTRIBUTIONS (<libellé>_A_ partitions, _B_ classes)\n"
+           "                        et les co-occurrents (--micro) sous SAUVEGARDES (marque_afc_datata.txt,\n"
+           "                        resultat.txt)\n"
            "    --format tsv        la concordance en colonnes séparées par des tabulations, avec en-tête : texte,\n"
            "                        partition, variables de titre, position, contexte gauche, pivot, contexte droit\n"
            "  Ouverture du corpus :\n"
@@ -47,26 +51,7 @@ std::string Z(double z) { return FormaterDouble(Round(z, 2)); }
 }  // namespace
 
 std::string ListeCooccurrents(EtatCorpus& etat, const Requete& r, bool lemmes) {
-    const double p0 = etat.NB_MOTS > 0 ? static_cast<double>(r.NB_COOC) / static_cast<double>(etat.NB_MOTS) : 0.0;
-    std::vector<std::string> creneaux(2001);
-    const auto& table = lemmes ? r.COOC_LEMMES : r.COOC_FORMES;
-    for (int L = 1; L <= NB_LONGUEURS; ++L)
-        for (int c = 1; c <= NB_LETTRES; ++c)
-            for (const auto& e : table[static_cast<std::size_t>(IndiceCasier({c, L}))]) {
-                const std::string_view cle = e.cle;
-                const auto casier = lemmes ? CalculerCasier(cle.substr(0, cle.rfind('_'))) : CalculerCasier(cle);
-                const auto* ligne = etat.Table(lemmes ? DossierIndexe::Lemmes : DossierIndexe::Formes, casier).Trouver(cle);
-                const double f = ligne ? static_cast<double>(ligne->compte) : 0.0;
-                const double attendu = f * p0;
-                const double s = std::sqrt(attendu * (1.0 - p0));
-                const double z = s > 0 ? Round((static_cast<double>(e.compte) - attendu) / s, 2) : 0.0;
-                if (!(attendu > 2 || e.compte >= 8)) continue;
-                const long long creneau = std::clamp<long long>(static_cast<long long>(Round(z * 100)) + 500, 0, 2000);
-                creneaux[static_cast<std::size_t>(creneau)] += Joindre(FormaterDouble(z), "\t", Nombre(e.compte), "\t", e.cle, "\r\n");
-            }
-    std::string texte;
-    for (auto it = creneaux.rbegin(); it != creneaux.rend(); ++it) texte += *it;
-    return texte;
+    return CalculerMicro(etat, r, lemmes).numerique;
 }
 
 int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, const Horloge& horloge, std::ostream& erreurs) {
@@ -215,6 +200,11 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
                          ListeCooccurrents(etat, r, false));
         texte += Joindre("\r\n", "co-occurrents (lemmes) : écart réduit, occurrences, lemme"_cp, "\r\n",
                          ListeCooccurrents(etat, r, true));
+        // The other order of the lists, as the sort label of the view shows it.
+        texte += Joindre("\r\n", "co-occurrents (formes) par ordre alphabétique : forme, occurrences, écart réduit"_cp,
+                         "\r\n", CalculerMicro(etat, r, false).alphabetique);
+        texte += Joindre("\r\n", "co-occurrents (lemmes) par ordre alphabétique : lemme, occurrences, écart réduit"_cp,
+                         "\r\n", CalculerMicro(etat, r, true).alphabetique);
     }
     // The terminal shows plain line ends.
     std::string affiche;
@@ -224,6 +214,15 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     dialogue.Resultat(affiche);
     if (sauver && r.contextes)
         dialogue.Afficher(Joindre("Concordance sauvegardée : "_cp, TexteChemin(SauverConcordance(etat, r, triGauche, horloge))));
+    if (sauver && p.macro) {
+        dialogue.Afficher(Joindre("Distribution sauvegardée : "_cp, TexteChemin(SauverDistribution(etat, r, false, horloge))));
+        if (etat.NB_CLASSES > 0)
+            dialogue.Afficher(Joindre("Distribution sauvegardée : "_cp, TexteChemin(SauverDistribution(etat, r, true, horloge))));
+    }
+    if (sauver && p.micro)
+        for (const auto& f : EcrireFichiersMicro(etat, CalculerMicro(etat, r, false), CalculerMicro(etat, r, true),
+                                                 etat.PATH_INDEX / "SAUVEGARDES"))
+            dialogue.Afficher(Joindre("Co-occurrents sauvegardés : "_cp, TexteChemin(f)));
     return 0;
 }
 

@@ -1,6 +1,7 @@
 #include "explore/requete.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <unordered_set>
 
@@ -9,42 +10,11 @@
 #include "core/jetons.hpp"
 #include "core/texte.hpp"
 #include "explore/concordance.hpp"
+#include "explore/tranches.hpp"
 
 namespace telvoris {
 
 namespace {
-
-// The slices of TEXTE_ETIQUETE that the query has needed, each read once.
-class Tranches {
-public:
-    Tranches(const std::filesystem::path& index, long long nbMots) : dossier_(index / "TEXTE_ETIQUETE"), nbMots_(nbMots) {}
-
-    // The tag at a corpus position, or "" outside the corpus.
-    std::string_view Balise(long long q) {
-        if (q < 1 || q > nbMots_) return {};
-        const long long tranche = (q - 1) / TAILLE_TRANCHE + 1;
-        const auto place = static_cast<std::size_t>((q - 1) % TAILLE_TRANCHE);
-        auto& t = tranches_[tranche];
-        if (!t) {
-            t = std::make_unique<Tranche>();
-            if (LirePetitFichier(dossier_ / (Nombre(tranche) + ".txt"), t->texte)) {
-                LigneJetons lj;
-                DecouperLigne(t->texte, lj, Copie::Exploration, TAILLE_TRANCHE * 2);
-                t->balises.assign(lj.jeton.begin() + 1, lj.jeton.end());
-            }
-        }
-        return place < t->balises.size() ? t->balises[place] : std::string_view();
-    }
-
-private:
-    struct Tranche {
-        std::string texte;
-        std::vector<std::string_view> balises;
-    };
-    std::filesystem::path dossier_;
-    long long nbMots_;
-    std::unordered_map<long long, std::unique_ptr<Tranche>> tranches_;
-};
 
 std::vector<std::string_view> LignesSaisie(std::string_view texte) {
     std::vector<std::string_view> lignes;
@@ -94,7 +64,7 @@ public:
         if (!ResoudreTags()) return false;
         Positions();
         if (r_.occ.empty()) {
-            d_.Afficher("Votre requête n'a aucune occurrence dans le corpus"_cp);
+            if (r_.nonIndexees.empty()) d_.Afficher("Votre requête n'a aucune occurrence dans le corpus"_cp);
             return true;
         }
         if (r_.contextes) TrierConcordance(r_);
@@ -348,12 +318,19 @@ private:
         for (std::size_t t = 0; t < r_.TAGS.size(); ++t) {
             long long trouvees = 0;
             const auto* l = lignes[t];
+            long long ailleurs = 0;  // positions that hold another tag
             if (l && l->colonne != "!") {
                 const std::string_view liste = l->colonne;
                 if (liste.size() / 3 > MAX_POSITIONS_BALISE)
                     LimiteDepassee("MAX_POSITIONS_BALISE", MAX_POSITIONS_BALISE, Joindre("positions pour l'étiquette "_cp, r_.TAGS[t]));
                 for (std::size_t i = 0; i + 3 <= liste.size(); i += 3) {
                     const long long q = LireCodePosition(liste.data() + i);
+                    // A short frequent word keeps no positions of its own: the builder gave its
+                    // line the list of the line before, whose positions hold other tags.
+                    if (!MemeBalise(tranches_.Balise(q), r_.TAGS[t])) {
+                        ++ailleurs;
+                        continue;
+                    }
                     const long long premier = q - (r_.PIVOT - 1);
                     if (!Accepter(premier, formes)) continue;
                     if (r_.occ.size() >= MAX_OCCURRENCES)
@@ -372,8 +349,14 @@ private:
                     ++trouvees;
                 }
             }
+            if (l && l->compte > 0 && trouvees == 0 && (ailleurs > 0 || l->colonne == "!" || l->colonne.empty())) {
+                const std::string f = LireAttributs(r_.TAGS[t]).f;
+                if (std::find(r_.nonIndexees.begin(), r_.nonIndexees.end(), f) == r_.nonIndexees.end())
+                    r_.nonIndexees.push_back(f);
+            }
             r_.rapport += Joindre(LireAttributs(r_.TAGS[t]).f, "\t", Nombre(trouvees), "\r\n");
         }
+        if (!r_.nonIndexees.empty()) d_.Afficher(MessageNonIndexees(r_.nonIndexees));
     }
 
     void EntrerCooc(std::array<std::vector<EntreeCooc>, NB_CASIERS>& table, const std::string& cle, long long partition,
@@ -392,9 +375,23 @@ private:
             e = &casier.back();
         }
         ++e->compte;
-        e->parties += Joindre("/", Nombre(partition), "-", Nombre(k));
-        e->occurrences += Joindre("/", Nombre(static_cast<long long>(numero)));
-        if (forme) e->longueurs += Joindre("/", Nombre(static_cast<long long>(forme->size())));
+        // Appended in place: these lists grow to tens of thousands of entries for common words.
+        e->parties += '/';
+        AjouterNombre(e->parties, partition);
+        e->parties += '-';
+        AjouterNombre(e->parties, k);
+        e->occurrences += '/';
+        AjouterNombre(e->occurrences, static_cast<long long>(numero));
+        if (forme) {
+            e->longueurs += '/';
+            AjouterNombre(e->longueurs, static_cast<long long>(forme->size()));
+        }
+    }
+
+    static void AjouterNombre(std::string& s, long long v) {
+        char tampon[24];
+        const auto fin = std::to_chars(tampon, tampon + sizeof tampon, v).ptr;
+        s.append(tampon, fin);
     }
 
     void Cooccurrent(const AttributsJeton& a, long long partition, std::size_t numero) {
@@ -487,6 +484,14 @@ private:
 
 bool LancerRequete(EtatCorpus& etat, const ParametresRequete& parametres, Requete& requete, Dialogue& dialogue) {
     return Moteur(etat, parametres, requete, dialogue).Lancer();
+}
+
+std::string MessageNonIndexees(const std::vector<std::string>& formes) {
+    std::string liste;
+    for (const auto& f : formes) liste += Joindre(liste.empty() ? "" : ", ", "« "_cp, f, " »"_cp);
+    return Joindre(formes.size() > 1 ? "Les occurrences des formes "_cp : "Les occurrences de la forme "_cp, liste,
+                   " ne sont pas indexées : ce sont des mots courts et fréquents, dont l'index ne garde pas "
+                   "les positions. Elles ne peuvent être ni comptées ni montrées."_cp);
 }
 
 double EcartReduit(long long total, double part, long long occurrences) {

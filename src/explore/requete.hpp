@@ -68,11 +68,15 @@ struct Requete {
     std::array<std::vector<EntreeCooc>, NB_CASIERS> COOC_FORMES, COOC_LEMMES;
     long long NB_COOC = 0;
     std::vector<std::size_t> ORDRE_POS, ORDRE_DROIT, ORDRE_GAUCHE;
+    std::vector<std::string> nonIndexees;  // forms of the query whose positions the index does not keep
 };
 
 // LANCER_REQUETE. Messages go to the dialogue; returns false when the entry was refused and
 // nothing was searched. A form list with an asterisk ends the program.
 bool LancerRequete(EtatCorpus& etat, const ParametresRequete& parametres, Requete& requete, Dialogue& dialogue);
+
+// The message for forms of the short frequent list, whose occurrences the index does not locate.
+std::string MessageNonIndexees(const std::vector<std::string>& formes);
 
 // The reduced deviation of `occurrences` in a part holding `part` of the corpus, for a query of
 // `total` occurrences.

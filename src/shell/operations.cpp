@@ -11,6 +11,7 @@
 #include "explore/corpus.hpp"
 #include "explore/extraction.hpp"
 #include "explore/indexation.hpp"
+#include "explore/operations_vues.hpp"
 #include "intake/echantillons.hpp"
 #include "intake/export_xml.hpp"
 #include "intake/fichier_unique.hpp"
@@ -446,6 +447,26 @@ const std::array kOperations = {
               "finales (oit, oient, ois, y...) et écrit les formes connues du dictionnaire général dans "
               "<liste>_SOLUTIONS.txt à côté de la liste."
               "\n? Localiser la liste [défaut : aucun] (réponses : un fichier mot, tabulation, ...)"},
+    Operation{"sm_nav", "Form1", "&Exploration"_cp, "Plein texte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre le plein texte d'une partition, les occurrences de la requête marquées, avec les déplacements par partition, occurrence et co-occurrence.\nAucune question."},
+    Operation{"smn_st", "Form1", "&Exploration"_cp, "Distribution"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre les histogrammes des écarts réduits par partition et par classe, et les listes de co-occurrents ; sauvegarde les tableaux sous SAUVEGARDES/DISTRIBUTIONS.\nAucune question."},
+    Operation{"smn_dc", "Form1", "&Exploration"_cp, "Dictionnaires"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre les dictionnaires de formes et de lemmes du corpus ; un clic ajoute un mot à une liste, un double clic l'envoie au panneau de requête.\nAucune question."},
+    Operation{"smn_lfed", "Form1", "&Listes"_cp, "Éditer la liste de formes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre LISTE_FORMES pour la modifier ; VALIDER l'enregistre.\nAucune question."},
+    Operation{"smn_lled", "Form1", "&Listes"_cp, "Éditer la liste de lemmes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre LISTE_LEMMES pour la modifier ; VALIDER l'enregistre.\nAucune question."},
+    Operation{"smn_lfx", "Form1", "&Listes"_cp, "Vider la liste de formes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : vide LISTE_FORMES.\nAucune question."},
+    Operation{"smn_llx", "Form1", "&Listes"_cp, "Vider la liste de lemmes"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : vide LISTE_LEMMES.\nAucune question."},
+    Operation{"smn_cg", "Form1", "&AFC"_cp, "Charger une carte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : charge une carte d'AFC à trois colonnes (libellé, x, y) dans l'onglet afc. L'application demande le fichier dans la boîte « AFC à afficher ».\nAucune question."},
+    Operation{"smn_chg", "Form1", "&AFC"_cp, "Charger une autre carte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : charge une carte d'AFC à trois colonnes (libellé, x, y) à la place de la carte affichée. L'application demande le fichier dans la boîte « AFC à afficher ».\nAucune question."},
+    Operation{"smn_rfc", "Form1", "&AFC"_cp, "Rafraîchir la carte"_cp, &OperationVueExploration,
+              "Vue de l'exploration (application de bureau) : montre de nouveau chaque libellé de la carte à ses coordonnées.\nAucune question."},
 };
 
 }  // namespace

@@ -110,3 +110,33 @@ TEST(CommandeRequete, ErreursEtMessages) {
 
 }  // namespace
 }  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+TEST(CommandeRequete, SauvegardesDesDistributionsEtDesCooccurrents) {
+    test::DossierTemporaire d;
+    const std::string liste = Corpus(d.Chemin()).string();
+    auto s = Lancer({liste, "--forme", "chat", "--macro", "--micro", "--contraste", "DATE", "--date", "1-4", "--sauver"});
+    EXPECT_EQ(s.statut, 0) << s.erreurs;
+    const auto index = d.Chemin() / "REPERTOIRE_QORX_INDEX" / "SAUVEGARDES";
+    EXPECT_NE(s.texte.find("Distribution sauvegardée : " + (index / "DISTRIBUTIONS" / "chat_A_261121_0930.txt").string()),
+              std::string::npos);
+    // Shares 4/8, 3/8, 1/8; classes 2003 (7/8) and 2004 (1/8), as the table printed above shows.
+    EXPECT_EQ(test::Lire(index / "DISTRIBUTIONS" / "chat_A_261121_0930.txt"),
+              "\t1\t2\t3\r\nbrut\t1\t1\t0\r\ner\t0\t0,365148371670111\t-0,534522483824849\r\n");
+    EXPECT_EQ(test::Lire(index / "DISTRIBUTIONS" / "chat_B_261121_0930.txt"),
+              "\t2003\t2004\r\nbrut\t2\t0\r\ner\t0,534522483824849\t-0,534522483824849\r\n");
+    // Too few co-occurrents to be retained: the lists and files are empty, and the labels say so.
+    EXPECT_NE(s.texte.find("co-occurrents (lemmes) par ordre alphabétique"), std::string::npos);
+    EXPECT_EQ(test::Lire(index / "marque_afc_datata.txt"), "");
+    EXPECT_EQ(test::Lire(index / "resultat.txt"), "");
+    // Without --sauver nothing more is written.
+    fs::remove_all(index / "DISTRIBUTIONS");
+    fs::create_directories(index / "DISTRIBUTIONS");
+    s = Lancer({liste, "--forme", "chat", "--macro"});
+    EXPECT_TRUE(fs::is_empty(index / "DISTRIBUTIONS"));
+}
+
+}  // namespace
+}  // namespace telvoris
