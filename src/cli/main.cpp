@@ -9,6 +9,7 @@
 #include <string>
 
 #include "cli/afc.hpp"
+#include "cli/carte.hpp"
 #include "cli/dialogue_terminal.hpp"
 #include "cli/verifier_ressources.hpp"
 #include "cli/requete.hpp"
@@ -38,6 +39,8 @@ void Usage(std::ostream& os) {
           "      --attendre : smn_afc attend la fin du solveur et finalise ses fichiers dans la foulée\n"
           "  telvoris finaliser-afc DOSSIER\n"
           "      finalise les résultats d'une AFC dont le solveur a terminé (bouton « FINALISATION DES FICHIERS »)\n"
+          "  telvoris carte FICHIER --svg SORTIE [options]\n"
+          "      dessine une carte plane (_PROJ) ou un planisphère (_PLANISPH_) en SVG (voir « telvoris carte »)\n"
           "  telvoris requete LISTE.txt [options]\n"
           "      une requête sur un corpus indexé (Form1.smn_idx) : concordance, distribution, co-occurrents\n";
 }
@@ -75,6 +78,7 @@ int main(int argc, char** argv) {
     if (commande == "finaliser-afc") return CommandeFinaliserAfc(argc, argv);
     if (commande == "verifier-ressources") return CommandeVerifierRessources(argc, argv);
     if (commande == "requete") return LancerCommandeRequete(argc, argv);
+    if (commande == "carte") return CommandeCarte(argc, argv);
 
     const Operation* op = TrouverOperation(commande);
     if (!op) {

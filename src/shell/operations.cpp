@@ -19,6 +19,7 @@
 #include "stats/macro_distribution.hpp"
 #include "stats/micro_distribution.hpp"
 #include "stats/projection.hpp"
+#include "stats/carte_operations.hpp"
 
 namespace telvoris {
 
@@ -50,6 +51,21 @@ const std::array kOperations = {
     Operation{"smn_echant", "Form2", "&Système de fichiers"_cp, "Extraire un sous-corpus"_cp, &OperationExtraireSousCorpus},
     Operation{"smn_ctr2", "Form2", "&Gestion base"_cp, "Contrôle doublons"_cp, &OperationControleDoublons},
     Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites},
+    Operation{"smn_v2", "Form3", "&Analyses"_cp, "Visualisation 2 Facteurs"_cp, &OperationVisualisation2,
+              "Affiche la carte plane d'un fichier _PROJ (deux facteurs) : étiquettes, légende des axes, inertie, listes COLONNES et LIGNES. N'écrit rien."
+              "\n? Colorations : Aucune, 4 Couleurs, Mise en gras ? [défaut : Aucune] (réponses : Aucune, 4 Couleurs, Mise en gras)"
+              "\n? Couleur de surimpression : noir, rouge, vert, bleu, magenta ? [défaut : noir] (réponses : noir, rouge, vert, bleu, magenta)"
+              "\n? Police d'affichage : taille ? [défaut : 8] (réponses : 4 à 72)"
+              "\n? Police d'affichage : mise en gras (O/N) ? [défaut : N] (réponses : O, N)"
+              "\n? AFC à afficher (fichier)"
+              "\n? Fichier de codage (fichier, avec 4 Couleurs ou Mise en gras)"},
+    Operation{"smn_v3", "Form3", "&Analyses"_cp, "Visualisation 3 Facteurs"_cp, &OperationVisualisation3,
+              "Affiche le planisphère d'un fichier _PLANISPH_ (trois facteurs) : étiquettes stylées par distance, inertie, listes COLONNES et LIGNES. N'écrit rien."
+              "\n? Colorations : Aucune, 4 Couleurs, 2 couleurs, 2 couleurs graduées ? [défaut : Aucune] (réponses : Aucune, 4 Couleurs, 2 couleurs, 2 couleurs graduées)"
+              "\n? Colonnes : Comme lignes, Saillantes ? [défaut : Comme lignes] (réponses : Comme lignes, Saillantes)"
+              "\n? Police d'affichage : corps ? [défaut : 8] (réponses : 4 à 72)"
+              "\n? AFC à afficher (fichier)"
+              "\n? Fichier de codage (fichier, sauf avec Aucune)"},
 };
 
 }  // namespace
