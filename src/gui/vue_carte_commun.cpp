@@ -6,7 +6,11 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStaticText>
 #include <QTextEdit>
+#include <map>
+#include <memory>
+#include <mutex>
 
 #include "core/fichiers.hpp"
 #include "core/texte.hpp"
@@ -24,27 +28,60 @@ QColor Qc(carte::Couleur c) { return QColor(c.r, c.g, c.b); }
 
 }  // namespace
 
-QFont PoliceTwips(int corps, bool gras) {
-    QFont f(QStringLiteral("Sans Serif"));
-    f.setStyleHint(QFont::SansSerif);
-    f.setPixelSize(corps * 20);
-    f.setBold(gras);
-    return f;
+namespace {
+
+// Fonts and their metrics are made once a size and weight: a map of 5,000 labels uses a handful.
+struct PoliceMesuree {
+    QFont police;
+    QFontMetricsF mesure;
+    explicit PoliceMesuree(const QFont& f) : police(f), mesure(f) {}
+};
+
+const PoliceMesuree& Police(int corps, bool gras) {
+    static std::map<std::pair<int, bool>, std::unique_ptr<PoliceMesuree>> cache;
+    static std::mutex verrou;
+    std::lock_guard<std::mutex> garde(verrou);
+    auto& p = cache[{corps, gras}];
+    if (!p) {
+        QFont f(QStringLiteral("Sans Serif"));
+        f.setStyleHint(QFont::SansSerif);
+        f.setPixelSize(corps * 20);
+        f.setBold(gras);
+        p = std::make_unique<PoliceMesuree>(f);
+    }
+    return *p;
 }
 
+}  // namespace
+
+QFont PoliceTwips(int corps, bool gras) { return Police(corps, gras).police; }
+
 carte::Taille MesureQt(std::string_view texte, int corps, bool gras) {
-    const QFontMetricsF fm(PoliceTwips(corps, gras));
+    const QFontMetricsF& fm = Police(corps, gras).mesure;
     return {std::round(fm.horizontalAdvance(VersQt(texte))), std::round(fm.height())};
 }
 
-EtiquetteItem::EtiquetteItem(const carte::TexteScene& t)
-    : texte_(VersQt(t.texte)),
-      rect_(0, 0, t.largeur, t.hauteur),
-      police_(PoliceTwips(t.corps, t.gras)),
-      couleur_(Qc(t.couleur)),
-      item_(t.item) {
-    if (t.fond) fond_ = Qc(*t.fond);
-    setPos(t.gauche, t.haut);
+EtiquetteItem::EtiquetteItem(const carte::TexteScene& t) : texte_(VersQt(t.texte)), item_(t.item) {
+    statique_.setText(texte_);
+    statique_.setTextFormat(Qt::PlainText);
+    statique_.setPerformanceHint(QStaticText::AggressiveCaching);
+    Appliquer(t);
+}
+
+void EtiquetteItem::Appliquer(const carte::TexteScene& t) {
+    const PoliceMesuree& p = Police(t.corps, t.gras);
+    const QRectF rect(0, 0, t.largeur, t.hauteur);
+    const QColor fond = t.fond ? Qc(*t.fond) : QColor();
+    if (rect != rect_) prepareGeometryChange();
+    if (rect != rect_ || fond != fond_ || Qc(t.couleur) != couleur_ || police_ != p.police) {
+        rect_ = rect;
+        police_ = p.police;
+        couleur_ = Qc(t.couleur);
+        fond_ = fond;
+        haut_ = (t.hauteur - p.mesure.height()) / 2;
+        update();
+    }
+    if (pos() != QPointF(t.gauche, t.haut)) setPos(t.gauche, t.haut);
 }
 
 QRectF EtiquetteItem::boundingRect() const { return rect_; }
@@ -53,13 +90,14 @@ void EtiquetteItem::paint(QPainter* p, const QStyleOptionGraphicsItem*, QWidget*
     if (fond_.isValid()) p->fillRect(rect_, fond_);
     p->setFont(police_);
     p->setPen(couleur_);
-    p->drawText(rect_, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, texte_);
+    // A text laid out once and kept: thousands of labels repaint at the cost of their glyphs.
+    p->drawStaticText(QPointF(0, haut_), statique_);
 }
 
 void RemplirScene(QGraphicsScene& scene, const carte::Scene& s, std::vector<EtiquetteItem*>* etiquettes) {
     scene.clear();
-    // One index for 5,000 labels that never move between rebuilds.
-    scene.setItemIndexMethod(QGraphicsScene::BspTreeIndex);
+    // No index: the whole map is on screen, and a rotation moves every label at once.
+    scene.setItemIndexMethod(QGraphicsScene::NoIndex);
     scene.setSceneRect(0, 0, s.largeur, s.hauteur);
     scene.addRect(0, 0, s.largeur, s.hauteur, Qt::NoPen, QBrush(Qt::white))->setZValue(-2);
     for (const auto& r : s.rects) {
@@ -74,6 +112,15 @@ void RemplirScene(QGraphicsScene& scene, const carte::Scene& s, std::vector<Etiq
         scene.addItem(e);
         if (etiquettes) etiquettes->push_back(e);
     }
+}
+
+bool MettreAJourScene(const carte::Scene& s, const std::vector<EtiquetteItem*>& etiquettes) {
+    if (s.textes.size() != etiquettes.size()) return false;
+    for (std::size_t k = 0; k < etiquettes.size(); ++k) {
+        if (etiquettes[k]->Item() != s.textes[k].item) return false;
+        etiquettes[k]->Appliquer(s.textes[k]);
+    }
+    return true;
 }
 
 VueScene::VueScene(QWidget* parent) : QGraphicsView(parent) {

@@ -7,6 +7,7 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QFont>
+#include <QStaticText>
 #include <functional>
 #include <vector>
 
@@ -25,7 +26,9 @@ carte::Taille MesureQt(std::string_view texte, int corps, bool gras);
 
 class EtiquetteItem : public QGraphicsItem {
 public:
-    EtiquetteItem(const carte::TexteScene& t);
+    explicit EtiquetteItem(const carte::TexteScene& t);
+    // Takes a label's new place, colours and background; repaints only what changed.
+    void Appliquer(const carte::TexteScene& t);
     QRectF boundingRect() const override;
     void paint(QPainter* p, const QStyleOptionGraphicsItem*, QWidget*) override;
     std::size_t Item() const { return item_; }
@@ -41,10 +44,16 @@ private:
     QColor couleur_;
     QColor fond_;
     std::size_t item_;
+    double haut_ = 0;
+    QStaticText statique_;
 };
 
 // Fills a scene with a map's primitives (clears it first). The labels are indexed by item.
 void RemplirScene(QGraphicsScene& scene, const carte::Scene& s, std::vector<EtiquetteItem*>* etiquettes = nullptr);
+
+// Brings the labels of a scene filled from the same map up to date (positions after a rotation,
+// backgrounds after marks) without remaking them; false when the scene does not match.
+bool MettreAJourScene(const carte::Scene& s, const std::vector<EtiquetteItem*>& etiquettes);
 
 // A view of a scene in twips, at 15 twips a pixel, that reports presses and hovers on labels.
 class VueScene : public QGraphicsView {

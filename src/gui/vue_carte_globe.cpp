@@ -195,7 +195,8 @@ void VueGlobe::Charger(const std::filesystem::path& fichier, const carte::Parame
 
 void VueGlobe::Redessiner() {
     if (!carte_) return;
-    RemplirScene(*vue_->Scene(), carte::SceneGlobe(*carte_), &etiquettes_);
+    const auto s = carte::SceneGlobe(*carte_);
+    if (!MettreAJourScene(s, etiquettes_)) RemplirScene(*vue_->Scene(), s, &etiquettes_);
     if (detail_) {
         RemplirScene(*vueDetail_->Scene(), carte::SceneDetail(*carte_, *detail_));
         RemplirListe(listeDetail_, detail_->Liste(carte_->Etiquettes()));

@@ -199,7 +199,8 @@ void VuePlan::Charger(const std::filesystem::path& fichier, const carte::Paramet
 
 void VuePlan::Redessiner() {
     if (!carte_) return;
-    RemplirScene(*vue_->Scene(), carte::ScenePlan(*carte_), &etiquettes_);
+    const auto s = carte::ScenePlan(*carte_);
+    if (!MettreAJourScene(s, etiquettes_)) RemplirScene(*vue_->Scene(), s, &etiquettes_);
     if (zoom_) RemplirScene(*vueZoom_->Scene(), carte::ScenePlan(*carte_, &*zoom_));
 }
 
