@@ -30,7 +30,6 @@ CarteGlobe CarteGlobe::Lire(const std::filesystem::path& fichier, const Parametr
     CarteGlobe carte;
     carte.fichier_ = fichier;
     carte.parametres_ = p;
-    carte.mesure_ = mesure;
     std::optional<Codage> codage;
     if (p.modeCouleur >= 2 && fichierCodage) codage = Codage::Lire(*fichierCodage);
 
@@ -90,7 +89,15 @@ CarteGlobe CarteGlobe::Lire(const std::filesystem::path& fichier, const Parametr
     carte.colonnes_ = static_cast<std::size_t>(
         std::count_if(carte.etiquettes_.begin(), carte.etiquettes_.end(), [](const auto& e) { return e.colonne; }));
     carte.lignes_ = carte.etiquettes_.size() - carte.colonnes_;
+    carte.Indexer();
     return carte;
+}
+
+void CarteGlobe::Indexer() {
+    parGauche_.resize(etiquettes_.size());
+    for (std::size_t i = 0; i < parGauche_.size(); ++i) parGauche_[i] = i;
+    std::stable_sort(parGauche_.begin(), parGauche_.end(),
+                     [&](std::size_t a, std::size_t b) { return etiquettes_[a].gauche < etiquettes_[b].gauche; });
 }
 
 void CarteGlobe::Styler(EtiquetteGlobe& e, const Mesure& mesure) const {
@@ -162,6 +169,7 @@ void CarteGlobe::Tourner() {
         e.longitude = static_cast<double>(l) / 1000;
         Placer(e);
     }
+    Indexer();
     rotations_ = (rotations_ + 1) % 4;
 }
 
@@ -250,16 +258,23 @@ ListeSurvol CarteGlobe::Survol(std::size_t indice, const Detail* detail) const {
         if (std::fabs(g - survolee->gauche) <= ECART_VOISINS && std::fabs(h - survolee->haut) <= e0.hauteur)
             l.indices.push_back(i);
     };
-    if (detail)
+    if (detail) {
         for (const auto& p : places) pres(p.i, p.gauche, p.haut);
-    else
-        for (std::size_t i = 0; i < etiquettes_.size(); ++i) pres(i, etiquettes_[i].gauche, etiquettes_[i].haut);
+    } else {
+        // Only the labels whose left edge is within reach are looked at, then kept in file order.
+        auto debut = std::lower_bound(parGauche_.begin(), parGauche_.end(), survolee->gauche - ECART_VOISINS,
+                                      [&](std::size_t i, double g) { return etiquettes_[i].gauche < g; });
+        for (auto it = debut; it != parGauche_.end() && etiquettes_[*it].gauche <= survolee->gauche + ECART_VOISINS; ++it)
+            pres(*it, etiquettes_[*it].gauche, etiquettes_[*it].haut);
+        std::sort(l.indices.begin(), l.indices.end());
+    }
     if (l.indices.size() < 2) {
         l.indices.clear();
         return l;
     }
     double large = 0;
-    for (auto i : l.indices) large = std::max(large, mesure_(etiquettes_[i].nom, parametres_.corps, false).largeur);
+    // The box is as wide as the widest label it lists, as measured when the map was read.
+    for (auto i : l.indices) large = std::max(large, etiquettes_[i].largeur);
     l.largeur = large + 120;
     l.hauteur = HAUTEUR_LIGNE_SURVOL * static_cast<double>(l.indices.size());
     l.haut = survolee->haut;

@@ -124,6 +124,7 @@ public:
 
 private:
     void Placer(EtiquetteGlobe& e) const;
+    void Indexer();
     void Styler(EtiquetteGlobe& e, const Mesure& mesure) const;
 
     std::filesystem::path fichier_;
@@ -134,7 +135,7 @@ private:
     Inertie inertie_;
     std::vector<std::string> stats_;
     int rotations_ = 0;
-    Mesure mesure_;
+    std::vector<std::size_t> parGauche_;  // the items by left edge, for the hover lists
 };
 
 // The angle in degrees between two points of the globe.
