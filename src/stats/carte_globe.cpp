@@ -164,9 +164,15 @@ std::vector<Barre> CarteGlobe::BarresInertie() const {
 void CarteGlobe::Tourner() {
     for (auto& e : etiquettes_) {
         if (e.nom == ".") continue;
-        long long l = Milliemes(e.longitude) + 90000;
-        if (l > 360000) l -= 360000;
-        e.longitude = static_cast<double>(l) / 1000;
+        if (std::fabs(e.longitude) < 1e12) {
+            long long l = Milliemes(e.longitude) + 90000;
+            if (l > 360000) l -= 360000;
+            e.longitude = static_cast<double>(l) / 1000;
+        } else {
+            // A longitude no projection writes: plain arithmetic, with no claim to come back.
+            e.longitude += 90;
+            if (e.longitude > 360) e.longitude -= 360;
+        }
         Placer(e);
     }
     Indexer();
