@@ -11,6 +11,7 @@
 
 #include "cli/afc.hpp"
 #include "cli/aide.hpp"
+#include "cli/carte.hpp"
 #include "cli/dialogue_terminal.hpp"
 #include "cli/exporter.hpp"
 #include "cli/requete.hpp"
@@ -48,6 +49,8 @@ void Usage(std::ostream& os) {
           "      finalise les résultats d'une AFC dont le solveur a terminé (bouton « FINALISATION DES FICHIERS »)\n"
           "  telvoris verifier-ressources [DOSSIER]\n"
           "      vérifie l'arborescence de ressources MORVENTA/morv_res (fichiers présents et bien formés)\n"
+          "  telvoris carte FICHIER --svg SORTIE [options]\n"
+          "      dessine une carte plane (_PROJ) ou un planisphère (_PLANISPH_) en SVG (voir « telvoris carte »)\n"
           "  telvoris requete LISTE.txt [options] [--format tsv]\n"
           "      une requête sur un corpus indexé (Form1.smn_idx) : concordance, distribution, co-occurrents\n"
           "Les options peuvent se placer avant ou après la commande.\n"
@@ -223,6 +226,10 @@ int main(int argc, char** argv) {
     if (commande == "verifier-ressources") {
         if (l.ressources && l.mots.size() == 1) l.mots.push_back(l.ressources->string());
         return Relayer(&CommandeVerifierRessources, l, false);
+    }
+    if (commande == "carte") {
+        if (l.aide) l.mots.push_back("--help");
+        return Relayer(&CommandeCarte, l, false);
     }
     if (commande == "requete") {
         if (l.aide) l.mots.push_back("--help");

@@ -23,6 +23,7 @@
 #include "pipeline/segmenteur.hpp"
 #include "stats/afc_lancement.hpp"
 #include "stats/angulations.hpp"
+#include "stats/carte_operations.hpp"
 #include "stats/distances.hpp"
 #include "stats/lexiques.hpp"
 #include "stats/lois.hpp"
@@ -467,6 +468,21 @@ const std::array kOperations = {
               "Vue de l'exploration (application de bureau) : charge une carte d'AFC à trois colonnes (libellé, x, y) à la place de la carte affichée. L'application demande le fichier dans la boîte « AFC à afficher ».\nAucune question."},
     Operation{"smn_rfc", "Form1", "&AFC"_cp, "Rafraîchir la carte"_cp, &OperationVueExploration,
               "Vue de l'exploration (application de bureau) : montre de nouveau chaque libellé de la carte à ses coordonnées.\nAucune question."},
+    Operation{"smn_v2", "Form3", "&Analyses"_cp, "Visualisation 2 Facteurs"_cp, &OperationVisualisation2,
+              "Affiche la carte plane d'un fichier _PROJ (deux facteurs) : étiquettes, légende des axes, inertie, listes COLONNES et LIGNES. N'écrit rien."
+              "\n? Colorations : Aucune, 4 Couleurs, Mise en gras ? [défaut : Aucune] (réponses : Aucune, 4 Couleurs, Mise en gras)"
+              "\n? Couleur de surimpression : noir, rouge, vert, bleu, magenta ? [défaut : noir] (réponses : noir, rouge, vert, bleu, magenta)"
+              "\n? Police d'affichage : taille ? [défaut : 8] (réponses : 4 à 72)"
+              "\n? Police d'affichage : mise en gras (O/N) ? [défaut : N] (réponses : O, N)"
+              "\n? AFC à afficher (fichier)"
+              "\n? Fichier de codage (fichier, avec 4 Couleurs ou Mise en gras)"},
+    Operation{"smn_v3", "Form3", "&Analyses"_cp, "Visualisation 3 Facteurs"_cp, &OperationVisualisation3,
+              "Affiche le planisphère d'un fichier _PLANISPH_ (trois facteurs) : étiquettes stylées par distance, inertie, listes COLONNES et LIGNES. N'écrit rien."
+              "\n? Colorations : Aucune, 4 Couleurs, 2 couleurs, 2 couleurs graduées ? [défaut : Aucune] (réponses : Aucune, 4 Couleurs, 2 couleurs, 2 couleurs graduées)"
+              "\n? Colonnes : Comme lignes, Saillantes ? [défaut : Comme lignes] (réponses : Comme lignes, Saillantes)"
+              "\n? Police d'affichage : corps ? [défaut : 8] (réponses : 4 à 72)"
+              "\n? AFC à afficher (fichier)"
+              "\n? Fichier de codage (fichier, sauf avec Aucune)"},
 };
 
 }  // namespace
