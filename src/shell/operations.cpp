@@ -9,6 +9,9 @@
 #include "intake/export_xml.hpp"
 #include "intake/fichier_unique.hpp"
 #include "intake/presse.hpp"
+#include "lexicon/flechisseur.hpp"
+#include "lexicon/integration.hpp"
+#include "lexicon/maintenance.hpp"
 #include "pipeline/automate.hpp"
 #include "pipeline/indexeur.hpp"
 #include "pipeline/levee.hpp"
@@ -50,6 +53,52 @@ const std::array kOperations = {
     Operation{"smn_echant", "Form2", "&Système de fichiers"_cp, "Extraire un sous-corpus"_cp, &OperationExtraireSousCorpus},
     Operation{"smn_ctr2", "Form2", "&Gestion base"_cp, "Contrôle doublons"_cp, &OperationControleDoublons},
     Operation{"smn_filtred", "Form2", "&Gestion base"_cp, "filtrage des redites"_cp, &OperationFiltrageRedites},
+    Operation{"smn_flx", "Form2", "&Dictionnaires"_cp, "Fléchisseur"_cp, &OperationFlechisseur,
+              "Fléchit une liste de lemmes « lemme,CATEGORIE<TAB>classe » (classe suivie de _D pour un verbe défectif) "
+              "avec les tables de utilitaires/codes_flexionnels ; écrit à côté de la liste <nom>_FLEX.txt "
+              "(« forme,lemme,CODE ») et <nom>_FLEXMA.txt (lemmes que les tables ne traitent pas)."
+              "\n? Localiser la liste [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_ifs", "Form2", "&Dictionnaires"_cp, "Intégration"_cp, &OperationIntegrationFormes,
+              "Intègre un fichier d'apports « forme,lemme,CODE » dans dico/olbrin : copie d'abord les 300 fichiers "
+              "dans dico/olbrin_<horodate>, fusionne les lectures (personnes, temps, genre, nombre, noms et adjectifs), "
+              "réécrit les fichiers touchés et écrit une ligne par apport dans dico/apports_remarques_<horodate>.txt."
+              "\n? Localiser le fichier d'apports [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_ilc", "Form2", "&Dictionnaires"_cp, "Intégration de lignes"_cp, &OperationIntegrationLignes,
+              "Intègre des lignes de dictionnaire toutes faites « forme,lecture/lecture » dans dico/olbrin, avec la même "
+              "fusion que l'intégration des apports : sauvegarde dans dico/olbrin_<horodate> d'abord, rapport dans "
+              "dico/apports_remarques_<horodate>.txt."
+              "\n? Localiser le fichier de lignes de dictionnaire [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_dcf", "Form2", "&Dictionnaires"_cp, "Dictionnaire de formes du corpus"_cp, &OperationDictionnaireCorpus,
+              "Construit, à côté d'un fichier d'apports « forme,lemme,CODE », un dictionnaire de formes qui ne contient "
+              "que ces apports : dossier DICO_CORPUS (300 fichiers <L><c>.txt) et son rapport apports_remarques_<horodate>.txt ; "
+              "dico/olbrin n'est pas touché."
+              "\n? Localiser le fichier d'apports [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_fusdic", "Form2", "&Dictionnaires"_cp, "Fusion de dictionnaires"_cp, &OperationFusionDictionnaires,
+              "Fusionne les lignes de dico/olbrin_2 dans celles de dico/olbrin et écrit le résultat dans dico/olbrin_fus "
+              "(300 fichiers) ; dico/olbrin n'est pas modifié. Rapport dans dico/apports_remarques_<horodate>.txt."
+              "\nAucune question."},
+    Operation{"smn_spl", "Form2", "&Dictionnaires"_cp, "Suppression de lemmes"_cp, &OperationSuppressionLemmes,
+              "Retire de chaque ligne de dico/olbrin les lectures dont le « lemme_CATEGORIE » figure dans la liste de retraits ; "
+              "copie d'abord les 300 fichiers dans dico/olbrin_<horodate>. Une ligne sans lecture restante disparaît. "
+              "Formes écrites dans dico/SUPPRESSIONS_FAITES.txt et dico/SIMPLIFICATIONS_FAITES.txt."
+              "\n? Localiser le fichier de retraits [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_spd", "Form2", "&Dictionnaires"_cp, "Suppression lignes de dict."_cp, &OperationSuppressionLignes,
+              "Retire de dico/olbrin les lignes entières identiques à celles de la liste de retraits ; copie d'abord les "
+              "300 fichiers dans dico/olbrin_<horodate>. Lignes retirées dans dico/SUPPRESSIONS_2.txt."
+              "\n? Localiser le fichier de retraits [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_std", "Form2", "&Dictionnaires"_cp, "Statistiques du dictionnaire"_cp, &OperationStatistiquesDico,
+              "Compte les formes, les formes ambiguës, les lemmes et les lemmes des catégories A, J, N, R, SF, SM, V de "
+              "dico/olbrin ; écrit dico/STATISTIQUES_DICO_<horodate>.txt."
+              "\nAucune question."},
+    Operation{"smn_extracat", "Form2", "&Dictionnaires"_cp, "Extraire une catégorie"_cp, &OperationExtraireCategorie,
+              "Copie dans dico/EXTRAIT_<c>.txt (c : première lettre de la catégorie) les lignes du dictionnaire qui "
+              "contiennent « . » suivi de la catégorie, et sur « O » celles des composés (amb puis namb)."
+              "\n? Inclure les composés ? [défaut : O] (réponses : O, N)"
+              "\n? Catégorie ? [défaut : ] (réponses : un code de catégorie, SM, V...)"},
+    Operation{"smn_exlf", "Form2", "&Dictionnaires"_cp, "Extraction lemmes + formes"_cp, &OperationExtractionLemmesFormes,
+              "Liste, pour le seul fichier dico/olbrin/6a.txt, chaque « lemme_CATEGORIE » avec ses formes jointes par « / » ; "
+              "écrit dico/EXTRAIT_<horodate>.txt."
+              "\nAucune question."},
 };
 
 }  // namespace
