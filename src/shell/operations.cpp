@@ -9,6 +9,7 @@
 #include "intake/export_xml.hpp"
 #include "intake/fichier_unique.hpp"
 #include "intake/presse.hpp"
+#include "lexicon/dico_composes.hpp"
 #include "lexicon/flechisseur.hpp"
 #include "lexicon/integration.hpp"
 #include "lexicon/maintenance.hpp"
@@ -98,6 +99,40 @@ const std::array kOperations = {
     Operation{"smn_exlf", "Form2", "&Dictionnaires"_cp, "Extraction lemmes + formes"_cp, &OperationExtractionLemmesFormes,
               "Liste, pour le seul fichier dico/olbrin/6a.txt, chaque « lemme_CATEGORIE » avec ses formes jointes par « / » ; "
               "écrit dico/EXTRAIT_<horodate>.txt."
+              "\nAucune question."},
+    Operation{"smn_mcid", "Form2", "&Dictionnaires"_cp, "Identification"_cp, &OperationIdentificationComposes,
+              "Session de validation des séquences candidates d'une liste (5 000 au plus) : pour chaque cas, un choix "
+              "(SFS, SFP, SMS, SMP, N PROPRE, ADVERBE, EXPRESS, DIVERS, PASSER) ou les formes fléchies à valider ; "
+              "tous les 10 cas, confirmation, puis les propositions vont dans dico/comp/AJOUTS.txt, le rang dans "
+              "AJOUTS_ETAT.txt et le dernier refus dans ANTIDICO.txt."
+              "\n? Localiser la liste [fichier] (réponses : un fichier .txt)"
+              "\n? Vous avez déjà un fichier d'ajouts. Voulez-vous reprendre ce fichier (O/N) ? [défaut : O] (réponses : O, N ; posée seulement si AJOUTS.txt existe)"
+              "\n? Choix [défaut : Q] (réponses : 1 à 9, V, Q ; une fois par cas)"
+              "\n? Catégorie ? [défaut : ] (après 8 DIVERS)"
+              "\n? Option (SM, SF, R ou J) ? [défaut : ] (après V)"
+              "\n? Formes fléchies, dans l'ordre, séparées par « ; » ? [défaut : ] (après V)"
+              "\n? Corrigez éventuellement la saisie de 10 cas et confirmez par 'OUI'. [défaut : OUI] (réponses : OUI, autre)"},
+    Operation{"smn_icp", "Form2", "&Dictionnaires"_cp, "Intégration"_cp, &OperationIntegrationComposes,
+              "Intègre un fichier de propositions « clé,lecture<TAB>classe » (1 amb, 2 namb) dans dico/comp/amb et "
+              "dico/comp/namb, après copie de chaque fichier dans dico/comp/svg ; réécrit utilitaires/COMPOSANTS.txt "
+              "et crée dico/comp/apports_rejetés.txt (vide)."
+              "\n? Fichier de séquences nouvelles [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_cdc", "Form2", "&Dictionnaires"_cp, "Dictionnaire du corpus"_cp, &OperationDictionnaireCorpusComposes,
+              "Range un fichier de propositions de composés dans un dictionnaire à part, DICOMP_CORPUS/amb et "
+              "DICOMP_CORPUS/namb à côté du fichier (fichiers <W><c>.txt, W de 2 à 8)."
+              "\n? Fichier de séquences nouvelles [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_pcan", "Form2", "&Dictionnaires"_cp, "Passer de comp amb à nomb"_cp, &OperationPasserAmbNamb,
+              "Retire des fichiers dico/comp/amb les lignes listées dans dico/comp/AMBIGUS.txt et les écrit dans "
+              "dico/comp/CONTROLE.txt ; elles ne sont pas ajoutées à namb (cela demande une intégration)."
+              "\nAucune question."},
+    Operation{"smn_supcomp", "Form2", "&Dictionnaires"_cp, "Suppression de lignes"_cp, &OperationSuppressionComposes,
+              "Supprime d'une classe de composés (amb ou namb) les lignes identiques à celles d'un fichier, après copie "
+              "des fichiers de la classe dans dico/comp/svg/<classe>."
+              "\n? Ambigus ('amb') ou non-ambigus ('namb') ? [défaut : amb] (réponses : amb, namb)"
+              "\n? Fichier [fichier] (réponses : un fichier .txt)"},
+    Operation{"smn_cps", "Form2", "&Dictionnaires"_cp, "Composants"_cp, &OperationComposants,
+              "Réécrit utilitaires/COMPOSANTS.txt : les mots des clés des composés (amb et namb) que le dictionnaire "
+              "général ne connaît pas."
               "\nAucune question."},
 };
 
