@@ -73,13 +73,24 @@ std::vector<std::string> LignesTable(const fs::path& fichier) {
 bool EstVoyelle(char c) {
     switch (Code(c)) {
         case 'a': case 'e': case 'i': case 'o': case 'u': case 'y':
-        case 226: case 234: case 238: case 244: case 251: return true;
+        case 226: case 234: case 238: case 239: case 244: case 251: return true;
         default: return false;
     }
 }
 
+// A stem of the simple past that takes the endings without their "i": a final vowel, or the
+// "in" of venir and tenir (vins, vînmes).
+bool FinVocalique(std::string_view s) {
+    if (s.ends_with("qu") || s.ends_with("gu")) return false;  // vainquis, not vainqus
+    return !s.empty() && (EstVoyelle(s.back()) || s.ends_with("in"));
+}
+
 void Circonflexe(std::string& s) {
     if (s.empty()) return;
+    if (s.size() >= 2 && s.ends_with("in")) {
+        s[s.size() - 2] = static_cast<char>(238);
+        return;
+    }
     switch (s.back()) {
         case 'a': s.back() = static_cast<char>(226); break;
         case 'e': s.back() = static_cast<char>(234); break;
@@ -167,14 +178,15 @@ void FlechirVerbe(const TablesFlexion& t, std::string_view lemme, int classe, bo
         return;
     }
     // Stems 1 to 7 (index 0 unused): the lemma less the cut, the text, then the kept characters,
-    // which are the first characters of what the cut took off.
+    // which are the ones just before the infinitive's last two letters: "mener" keeps "n", so
+    // that one row serves every consonant (mèn-, lèv-, pès-).
     std::array<std::string, NB_THEMES + 2> theme;
     for (int i = 0; i < NB_THEMES; ++i) {
         const RegleCoupe& r = v->themes[static_cast<std::size_t>(i)];
         if (!r.presente) continue;
         std::string radical = Couper(lemme, r.coupe) + r.fin;
-        const std::size_t debut = lemme.size() > static_cast<std::size_t>(r.coupe) ? lemme.size() - r.coupe : 0;
-        radical.append(lemme.substr(debut, static_cast<std::size_t>(v->gardes)));
+        const auto garde = static_cast<std::size_t>(v->gardes);
+        if (garde > 0 && lemme.size() >= garde + 2) radical.append(lemme.substr(lemme.size() - 2 - garde, garde));
         theme[static_cast<std::size_t>(i + 1)] = std::move(radical);
     }
     auto Theme = [&](char chiffre) -> const std::string* {
@@ -231,12 +243,13 @@ void FlechirVerbe(const TablesFlexion& t, std::string_view lemme, int classe, bo
         Ecrire(Temps(1, Personnelle(jeux.imparfait)), 2);
         // Simple past: the first group takes its own set; the others take the "i" set, whose
         // vowel is the stem's own when the stem ends in one (pus, finîmes).
-        const bool premier = jeux.present == 1;
+        // The "ai" set is the simple past of the infinitives in -er (aller included).
+        const bool premier = lemme.ends_with("er");
         Ecrire(Temps(2, [&](const std::string& r, int p) {
                    if (premier) return Former(r, t.personnelles[static_cast<std::size_t>(p - 1)][JEU_PASSE_PREMIER - 1]);
                    std::string_view fin = t.personnelles[static_cast<std::size_t>(p - 1)][JEU_PASSE_AUTRES - 1];
                    std::string radical = r;
-                   if (!radical.empty() && EstVoyelle(radical.back()) && !fin.empty()) {
+                   if (FinVocalique(radical) && !fin.empty()) {
                        if (Code(fin[0]) == 238) Circonflexe(radical);
                        fin.remove_prefix(1);
                    }
@@ -251,7 +264,7 @@ void FlechirVerbe(const TablesFlexion& t, std::string_view lemme, int classe, bo
         Ecrire(Temps(4, [&](const std::string& r, int p) {
                    std::string radical = r;
                    if (premier) radical += 'a';
-                   else if (radical.empty() || !EstVoyelle(radical.back())) radical += 'i';
+                   else if (!FinVocalique(radical)) radical += 'i';
                    return Former(radical, t.variables[VAR_SUBJ_IMPARFAIT][static_cast<std::size_t>(p - 1)]);
                }),
                6);
