@@ -480,15 +480,15 @@ const std::array kOperations = {
               "\n? Couleur de surimpression : noir, rouge, vert, bleu, magenta ? [défaut : noir] (réponses : noir, rouge, vert, bleu, magenta)"
               "\n? Police d'affichage : taille ? [défaut : 8] (réponses : 4 à 72)"
               "\n? Police d'affichage : mise en gras (O/N) ? [défaut : N] (réponses : O, N)"
-              "\n? AFC à afficher (fichier)"
-              "\n? Fichier de codage (fichier, avec 4 Couleurs ou Mise en gras)"},
+              "\n? fichier « AFC à afficher » [sans défaut] (réponses : un fichier de projection _PROJ)"
+              "\n? fichier « Fichier de codage » (avec 4 Couleurs ou Mise en gras) [sans défaut] (réponses : item, tabulation, code)"},
     Operation{"smn_v3", "Form3", "&Analyses"_cp, "Visualisation 3 Facteurs"_cp, &OperationVisualisation3,
               "Affiche le planisphère d'un fichier _PLANISPH_ (trois facteurs) : étiquettes stylées par distance, inertie, listes COLONNES et LIGNES. N'écrit rien."
               "\n? Colorations : Aucune, 4 Couleurs, 2 couleurs, 2 couleurs graduées ? [défaut : Aucune] (réponses : Aucune, 4 Couleurs, 2 couleurs, 2 couleurs graduées)"
               "\n? Colonnes : Comme lignes, Saillantes ? [défaut : Comme lignes] (réponses : Comme lignes, Saillantes)"
               "\n? Police d'affichage : corps ? [défaut : 8] (réponses : 4 à 72)"
-              "\n? AFC à afficher (fichier)"
-              "\n? Fichier de codage (fichier, sauf avec Aucune)"},
+              "\n? fichier « AFC à afficher » [sans défaut] (réponses : un fichier de projection _PLANISPH_)"
+              "\n? fichier « Fichier de codage » (sauf avec Aucune) [sans défaut] (réponses : item, tabulation, code)"},
     Operation{"smn_flx", "Form2", "&Dictionnaires"_cp, "Fléchisseur"_cp, &OperationFlechisseur,
               "Fléchit une liste de lemmes « lemme,CATEGORIE<TAB>classe » (classe suivie de _D pour un verbe défectif) "
               "avec les tables de utilitaires/codes_flexionnels ; écrit à côté de la liste <nom>_FLEX.txt "
@@ -543,9 +543,9 @@ const std::array kOperations = {
               "\n? Localiser la liste [fichier] (réponses : un fichier .txt)"
               "\n? Vous avez déjà un fichier d'ajouts. Voulez-vous reprendre ce fichier (O/N) ? [défaut : O] (réponses : O, N ; posée seulement si AJOUTS.txt existe)"
               "\n? Choix [défaut : Q] (réponses : 1 à 9, V, Q ; une fois par cas)"
-              "\n? Catégorie ? [défaut : ] (après 8 DIVERS)"
-              "\n? Option (SM, SF, R ou J) ? [défaut : ] (après V)"
-              "\n? Formes fléchies, dans l'ordre, séparées par « ; » ? [défaut : ] (après V)"
+              "\n? Catégorie ? (après 8 DIVERS) [sans défaut] (réponses : une catégorie du dictionnaire)"
+              "\n? Option (SM, SF, R ou J) ? (après V) [sans défaut] (réponses : SM, SF, R, J)"
+              "\n? Formes fléchies, dans l'ordre, séparées par « ; » ? (après V) [sans défaut] (réponses : les formes séparées par « ; »)"
               "\n? Corrigez éventuellement la saisie de 10 cas et confirmez par 'OUI'. [défaut : OUI] (réponses : OUI, autre)"},
     Operation{"smn_icp", "Form2", "&Dictionnaires"_cp, "Intégration"_cp, &OperationIntegrationComposes,
               "Intègre un fichier de propositions « clé,lecture<TAB>classe » (1 amb, 2 namb) dans dico/comp/amb et "
