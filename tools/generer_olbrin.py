@@ -80,6 +80,13 @@ Mapping of the Grammalecte tags
 
 Readings of a line come in this order: nouns, R, J, verbs (f, x, finite, y),
 A, M, U, prepositions, CS, D, P, O, N; identical readings are written once.
+
+Curated layer
+-------------
+resources/dico_courant.txt (UTF-8, "#" comments) gives, for the most frequent
+forms, the readings of current use: each line "form,reading/reading" replaces the
+whole line that the lexicon gives for that form (or adds the form). A malformed
+line stops the run with its file and line number.
 """
 
 import collections
@@ -332,6 +339,41 @@ def lectures_forme(forme, lemmes, propre):
     return sortie
 
 
+COURANT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "resources", "dico_courant.txt")
+
+
+def lire_courant(chemin):
+    """The curated lines: {folded cp1252 form: [reading, ...]}. Raises ValueError naming the line."""
+    r = {}
+    with open(chemin, encoding="utf-8") as f:
+        for numero, ligne in enumerate(f, 1):
+            ligne = ligne.strip()
+            if not ligne or ligne.startswith("#"):
+                continue
+            forme, virgule, droite = ligne.partition(",")
+            lectures = droite.split("/")
+            lieu = "%s, ligne %d" % (chemin, numero)
+            if not virgule or not forme or forme != forme.strip() or " " in forme:
+                raise ValueError("%s : « forme,lecture/lecture » attendu : %s" % (lieu, ligne))
+            for lecture in lectures:
+                code, point, cat = lecture.partition(".")
+                if not point or cat[:1] not in RANGS:
+                    raise ValueError("%s : lecture mal formée « %s »" % (lieu, lecture))
+                chiffres = code[:len(code) - len(code.lstrip("0123456789"))]
+                if chiffres and int(chiffres) > len(forme):
+                    raise ValueError("%s : le code « %s » coupe plus que la forme" % (lieu, code))
+            if len(lectures) > LIMITE_LECTURES:
+                raise ValueError("%s : %d lectures (limite %d)" % (lieu, len(lectures), LIMITE_LECTURES))
+            cle = en_cp1252(forme)
+            if cle is None or en_cp1252(droite) is None:
+                raise ValueError("%s : caractère hors Windows-1252" % lieu)
+            cle = plier(cle)
+            if cle in r:
+                raise ValueError("%s : forme « %s » déjà donnée" % (lieu, forme))
+            r[cle] = lectures
+    return r
+
+
 def fermes(forme_txt, lemme, tags, L):
     """Readings of a function word (:G) from its tags."""
     g, n = genre_nombre(tags)
@@ -369,6 +411,11 @@ def main():
         sys.stderr.write("generer_olbrin : le paquet python3-grammalecte est absent (apt-get install python3-grammalecte)\n")
         return 1
     lexique = ibdawg.IBDAWG("fr-classic.json")
+    try:
+        courant = lire_courant(COURANT)
+    except (OSError, ValueError) as e:
+        sys.stderr.write("generer_olbrin : %s\n" % e)
+        return 1
 
     formes = collections.defaultdict(lambda: collections.defaultdict(Lemme))
     propres = set()
@@ -449,10 +496,15 @@ def main():
     casiers = collections.defaultdict(list)
     lectures_max = 0
     trop = []
-    toutes = set(formes) | propres
+    toutes = set(formes) | propres | set(courant)
+    remplacees = 0
     for forme in toutes:
         lemmes = formes.get(forme, {})
-        lectures = lectures_forme(forme, lemmes, forme in propres)
+        if forme in courant:
+            lectures = courant[forme]
+            remplacees += 1
+        else:
+            lectures = lectures_forme(forme, lemmes, forme in propres)
         if not lectures:
             ignores["forme sans lecture retenue : formes inversées, préfixes"] += 1
             continue
@@ -509,6 +561,7 @@ def main():
     print("  fichier le plus long : %d%s.txt, %d lignes (limite %d) ; au plus %d lectures par ligne (limite %d)"
           % (plus_grand[0][0], chr(96 + plus_grand[0][1]), len(plus_grand[1]), LIMITE_CASIER, lectures_max,
              LIMITE_LECTURES))
+    print("  %d formes aux lectures d'usage courant (%s)" % (remplacees, os.path.basename(COURANT)))
     for raison, n in sorted(ignores.items()):
         print("  laissées de côté : %d (%s)" % (n, raison))
     return 0
