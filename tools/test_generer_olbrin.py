@@ -81,6 +81,21 @@ class Fusions(unittest.TestCase):
         self.assertEqual(g.lectures_forme(b"du", {b"du": g.Lemme()}, False), ["1e.BX", "2le.DÂ:ms", ".DMS:ms"])
 
 
+class MajusculesEnE(unittest.TestCase):
+    def test_graphies_et_lectures(self):
+        # The spellings that the case normaliser gives a capital "E".
+        for forme, cle in (("elles", "élles"), ("erreur", "érreur"), ("enivrer", "énivrer"), ("etat", "état"),
+                           ("etre", "être"), ("eau", "eau"), ("eaux", "éaux"), ("elle", "elle"), ("entre", "entre"),
+                           ("est", "est"), ("echo", "écho"), ("eo", "éo"), ("e", "e"), ("aller", "aller")):
+            self.assertEqual(g.majuscule_pliee(cp(forme)), cp(cle), forme)
+        # Lemma codes cut the whole key, so that the raw form decodes to the same lemma.
+        self.assertEqual(g.lectures_majuscule(b"elles", [".P"]), ["5elles.P"])
+        self.assertEqual(g.lectures_majuscule(b"erreurs", ["1.SF:p", "0r.V:2i"]),
+                         ["7erreur.SF:p", "7erreursr.V:2i"])
+        self.assertEqual(g.lectures_majuscule(b"ecrit", ["1re.V:3a", ".N"]),
+                         ["5ecrire.V:3a", "5ecrit.N"])
+
+
 class CoucheCourante(unittest.TestCase):
     def ecrire(self, texte):
         import tempfile

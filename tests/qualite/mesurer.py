@@ -2,6 +2,7 @@
 """Mesure de l'étiquetage sur l'échantillon de référence.
 
 Usage : mesurer.py DOSSIER_BUILD [--seuil P] [--brouillon FICHIER]
+        mesurer.py --corpus DOSSIER_OLBRIN_TT
 
 Le texte tests/qualite/texte.txt (prose française, UTF-8, un paragraphe par ligne)
 devient un corpus d'un fichier dans un dossier temporaire, passe par la segmentation
@@ -19,7 +20,9 @@ de coordination -> toute catégorie fermée D, P, B, C, A) et, pour S, J, V, son
 aussi. Sont imprimées les parts des mots tranchés, ambigus et inconnus, et la
 justesse des tranchés avec son intervalle de confiance à 95 % (Wilson). Avec
 --seuil P, la sortie vaut 1 si la justesse est sous P %. --brouillon écrit une
-référence à relire à partir des étiquettes produites.
+référence à relire à partir des étiquettes produites. --corpus imprime seulement les
+parts des mots tranchés, ambigus et inconnus (et les inconnus les plus fréquents) d'un
+corpus déjà passé par la passe automatique.
 """
 import math
 import os
@@ -67,12 +70,7 @@ def etiqueter(build, texte):
                            check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         with open(os.path.join(d, "OLBRIN_TT", "REFERENCE_2020-01-01.txt"), "rb") as f:
             sortie = f.read().decode("cp1252")
-    mots = []
-    for genre, corps in JETON.findall(sortie):
-        a = dict(ATTRIBUT.findall(corps))
-        if "f" in a and a["f"]:
-            mots.append((genre, a["f"], a.get("l", "")))
-    return mots
+    return mots_du_texte(sortie)
 
 
 def lire_reference(chemin):
@@ -107,8 +105,49 @@ def brouillon(mots, chemin):
             f.write("%s\t%s\t%s\n" % (forme, lemme, cat))
 
 
+def mots_du_texte(sortie):
+    mots = []
+    for genre, corps in JETON.findall(sortie):
+        a = dict(ATTRIBUT.findall(corps))
+        if "f" in a and a["f"]:
+            mots.append((genre, a["f"], a.get("l", "")))
+    return mots
+
+
+def parts_corpus(dossier):
+    import collections
+    compte = collections.Counter()
+    inconnus = collections.Counter()
+    ambigus = collections.Counter()
+    for nom in sorted(os.listdir(dossier)):
+        chemin = os.path.join(dossier, nom)
+        if not nom.endswith(".txt") or nom.startswith("#") or not os.path.isfile(chemin):
+            continue
+        with open(chemin, "rb") as f:
+            for genre, forme, l in mots_du_texte(f.read().decode("cp1252")):
+                if not l:
+                    compte["inconnus"] += 1
+                    inconnus[forme] += 1
+                elif "/" in l and "." in l.split("/")[0]:
+                    compte["ambigus"] += 1
+                    ambigus[forme.lower()] += 1
+                else:
+                    compte["tranchés"] += 1
+    total = sum(compte.values())
+    if not total:
+        raise SystemExit("mesurer : aucun mot étiqueté dans %s" % dossier)
+    print("%d mots ; tranchés %.1f %% ; ambigus %.1f %% ; inconnus %.1f %%"
+          % (total, 100.0 * compte["tranchés"] / total, 100.0 * compte["ambigus"] / total,
+             100.0 * compte["inconnus"] / total))
+    print("ambigus les plus fréquents : " + ", ".join("%s %d" % x for x in ambigus.most_common(15)))
+    print("inconnus les plus fréquents : " + ", ".join("%s %d" % x for x in inconnus.most_common(15)))
+
+
 def main():
     args = sys.argv[1:]
+    if len(args) == 2 and args[0] == "--corpus":
+        parts_corpus(args[1])
+        return 0
     if not args:
         sys.stderr.write(__doc__)
         return 2
