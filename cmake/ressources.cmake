@@ -22,7 +22,8 @@ add_custom_command(
 
 set(TELVORIS_LEXIQUE_GRAMMALECTE
     "/usr/lib/python3/dist-packages/grammalecte/graphspell/_dictionaries/fr-classic.json")
-set(TELVORIS_DEPENDANCES_OLBRIN "${CMAKE_SOURCE_DIR}/tools/generer_olbrin.py")
+set(TELVORIS_DEPENDANCES_OLBRIN "${CMAKE_SOURCE_DIR}/tools/generer_olbrin.py"
+    "${CMAKE_SOURCE_DIR}/resources/dico_courant.txt")
 if(EXISTS "${TELVORIS_LEXIQUE_GRAMMALECTE}")
   list(APPEND TELVORIS_DEPENDANCES_OLBRIN "${TELVORIS_LEXIQUE_GRAMMALECTE}")
 endif()

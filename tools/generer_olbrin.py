@@ -80,6 +80,21 @@ Mapping of the Grammalecte tags
 
 Readings of a line come in this order: nouns, R, J, verbs (f, x, finite, y),
 A, M, U, prepositions, CS, D, P, O, N; identical readings are written once.
+
+Capitalised forms in "E"
+------------------------
+The case normaliser gives a capital "E" an accent by a rule of spelling ("Etat" ->
+"état"), so a few words in "e" are looked up, when they open a sentence, under a
+spelling with "é" that no lexicon holds ("Elles" -> "élles", "Erreur" ->
+"érreur"). Each such spelling that is not itself a form gets the line of the
+form, its lemma codes rewritten to cut the whole form ("élles,5elles.P").
+
+Curated layer
+-------------
+resources/dico_courant.txt (UTF-8, "#" comments) gives, for the most frequent
+forms, the readings of current use: each line "form,reading/reading" replaces the
+whole line that the lexicon gives for that form (or adds the form). A malformed
+line stops the run with its file and line number.
 """
 
 import collections
@@ -332,6 +347,76 @@ def lectures_forme(forme, lemmes, propre):
     return sortie
 
 
+COURANT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "resources", "dico_courant.txt")
+
+
+def lire_courant(chemin):
+    """The curated lines: {folded cp1252 form: [reading, ...]}. Raises ValueError naming the line."""
+    r = {}
+    with open(chemin, encoding="utf-8") as f:
+        for numero, ligne in enumerate(f, 1):
+            ligne = ligne.strip()
+            if not ligne or ligne.startswith("#"):
+                continue
+            forme, virgule, droite = ligne.partition(",")
+            lectures = droite.split("/")
+            lieu = "%s, ligne %d" % (chemin, numero)
+            if not virgule or not forme or forme != forme.strip() or " " in forme:
+                raise ValueError("%s : « forme,lecture/lecture » attendu : %s" % (lieu, ligne))
+            for lecture in lectures:
+                code, point, cat = lecture.partition(".")
+                if not point or cat[:1] not in RANGS:
+                    raise ValueError("%s : lecture mal formée « %s »" % (lieu, lecture))
+                chiffres = code[:len(code) - len(code.lstrip("0123456789"))]
+                if chiffres and int(chiffres) > len(forme):
+                    raise ValueError("%s : le code « %s » coupe plus que la forme" % (lieu, code))
+            if len(lectures) > LIMITE_LECTURES:
+                raise ValueError("%s : %d lectures (limite %d)" % (lieu, len(lectures), LIMITE_LECTURES))
+            cle = en_cp1252(forme)
+            if cle is None or en_cp1252(droite) is None:
+                raise ValueError("%s : caractère hors Windows-1252" % lieu)
+            cle = plier(cle)
+            if cle in r:
+                raise ValueError("%s : forme « %s » déjà donnée" % (lieu, forme))
+            r[cle] = lectures
+    return r
+
+
+CONSONNES_E = set(b"bcdfgjklmnpqrstvz")
+VOYELLES_E = set("aeiouyéèêîoôû".encode("cp1252"))
+
+
+def majuscule_pliee(forme):
+    """The folded spelling that a form in lower case gets when written with a capital: only an
+    initial "e" may change, as the case normaliser accents a capital "E"."""
+    if forme[:1] != b"e":
+        return forme
+    if forme.startswith(b"etre"):
+        return "ê".encode("cp1252") + forme[1:]
+    if forme == b"elle" or len(forme) < 2:
+        return forme
+    c2, c3 = forme[1], forme[2] if len(forme) > 2 else None
+    if c2 in CONSONNES_E:
+        accent = (len(forme) > 2 and c3 in VOYELLES_E) or (c2 == ord("c") and c3 == ord("h")) or c3 in (ord("r"), ord("l"))
+    else:
+        accent = c2 == ord("o") or (c2 == ord("a") and forme != b"eau")
+    return "é".encode("cp1252") + forme[1:] if accent else forme
+
+
+def lectures_majuscule(forme, lectures):
+    """The readings of a form moved under a key of the same length: each lemma code cuts it all."""
+    r = []
+    for lecture in lectures:
+        code, _, reste = lecture.partition(".")
+        chiffres = code[:len(code) - len(code.lstrip("0123456789"))]
+        f = forme.decode("cp1252")
+        lemme = f[:len(f) - int(chiffres)] + code[len(chiffres):] if chiffres else (code or f)
+        if lemme[:1].isdigit():
+            return None
+        r.append(str(len(f)) + lemme + "." + reste)
+    return r
+
+
 def fermes(forme_txt, lemme, tags, L):
     """Readings of a function word (:G) from its tags."""
     g, n = genre_nombre(tags)
@@ -369,6 +454,11 @@ def main():
         sys.stderr.write("generer_olbrin : le paquet python3-grammalecte est absent (apt-get install python3-grammalecte)\n")
         return 1
     lexique = ibdawg.IBDAWG("fr-classic.json")
+    try:
+        courant = lire_courant(COURANT)
+    except (OSError, ValueError) as e:
+        sys.stderr.write("generer_olbrin : %s\n" % e)
+        return 1
 
     formes = collections.defaultdict(lambda: collections.defaultdict(Lemme))
     propres = set()
@@ -449,10 +539,16 @@ def main():
     casiers = collections.defaultdict(list)
     lectures_max = 0
     trop = []
-    toutes = set(formes) | propres
+    toutes = set(formes) | propres | set(courant)
+    remplacees = 0
+    lignes_par_forme = {}
     for forme in toutes:
         lemmes = formes.get(forme, {})
-        lectures = lectures_forme(forme, lemmes, forme in propres)
+        if forme in courant:
+            lectures = courant[forme]
+            remplacees += 1
+        else:
+            lectures = lectures_forme(forme, lemmes, forme in propres)
         if not lectures:
             ignores["forme sans lecture retenue : formes inversées, préfixes"] += 1
             continue
@@ -466,11 +562,23 @@ def main():
             trop.append((forme, len(lectures)))
         lectures_max = max(lectures_max, len(lectures))
         ligne = forme + b"," + "/".join(lectures).encode("cp1252")
+        lignes_par_forme[forme] = ligne
         variantes = [(forme, ligne)]
         if b"'" in forme:
             variantes.append((forme.replace(b"'", b"\x92"), ligne.replace(b"'", b"\x92", forme.count(b"'"))))
         for f, l in variantes:
             casiers[(min(len(f), 15), classe_initiale(f))].append(l)
+
+    majuscules = 0
+    for forme, ligne in list(lignes_par_forme.items()):
+        cle = majuscule_pliee(forme)
+        if cle == forme or cle in toutes:
+            continue
+        lectures = lectures_majuscule(forme, ligne.split(b",", 1)[1].decode("cp1252").split("/"))
+        if lectures is None:
+            continue
+        casiers[(min(len(cle), 15), classe_initiale(cle))].append(cle + b"," + "/".join(lectures).encode("cp1252"))
+        majuscules += 1
 
     depasses = [(k, len(v)) for k, v in casiers.items() if len(v) > LIMITE_CASIER]
     if depasses or trop:
@@ -509,6 +617,8 @@ def main():
     print("  fichier le plus long : %d%s.txt, %d lignes (limite %d) ; au plus %d lectures par ligne (limite %d)"
           % (plus_grand[0][0], chr(96 + plus_grand[0][1]), len(plus_grand[1]), LIMITE_CASIER, lectures_max,
              LIMITE_LECTURES))
+    print("  %d graphies à « é » initial d'une forme écrite avec la capitale « E »" % majuscules)
+    print("  %d formes aux lectures d'usage courant (%s)" % (remplacees, os.path.basename(COURANT)))
     for raison, n in sorted(ignores.items()):
         print("  laissées de côté : %d (%s)" % (n, raison))
     return 0

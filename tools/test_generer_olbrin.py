@@ -81,5 +81,55 @@ class Fusions(unittest.TestCase):
         self.assertEqual(g.lectures_forme(b"du", {b"du": g.Lemme()}, False), ["1e.BX", "2le.DÂ:ms", ".DMS:ms"])
 
 
+class MajusculesEnE(unittest.TestCase):
+    def test_graphies_et_lectures(self):
+        # The spellings that the case normaliser gives a capital "E".
+        for forme, cle in (("elles", "élles"), ("erreur", "érreur"), ("enivrer", "énivrer"), ("etat", "état"),
+                           ("etre", "être"), ("eau", "eau"), ("eaux", "éaux"), ("elle", "elle"), ("entre", "entre"),
+                           ("est", "est"), ("echo", "écho"), ("eo", "éo"), ("e", "e"), ("aller", "aller")):
+            self.assertEqual(g.majuscule_pliee(cp(forme)), cp(cle), forme)
+        # Lemma codes cut the whole key, so that the raw form decodes to the same lemma.
+        self.assertEqual(g.lectures_majuscule(b"elles", [".P"]), ["5elles.P"])
+        self.assertEqual(g.lectures_majuscule(b"erreurs", ["1.SF:p", "0r.V:2i"]),
+                         ["7erreur.SF:p", "7erreursr.V:2i"])
+        self.assertEqual(g.lectures_majuscule(b"ecrit", ["1re.V:3a", ".N"]),
+                         ["5ecrire.V:3a", "5ecrit.N"])
+
+
+class CoucheCourante(unittest.TestCase):
+    def ecrire(self, texte):
+        import tempfile
+        d = tempfile.mkdtemp()
+        chemin = os.path.join(d, "courant.txt")
+        with open(chemin, "w", encoding="utf-8") as f:
+            f.write(texte)
+        return chemin
+
+    def test_fichier_livre(self):
+        # The shipped layer loads, and its lines for the everyday words drop the rare homographs.
+        c = g.lire_courant(g.COURANT)
+        self.assertEqual(c[b"et"], [".O"])
+        self.assertEqual(c[b"a"], ["0voir.V:3a"])
+        self.assertEqual(c[cp("après")], [".BX"])
+        self.assertNotIn(b"est", c)  # settled by the context rule, kept ambiguous
+        for forme, lectures in c.items():
+            for lecture in lectures:
+                self.assertNotIn(".N", lecture, forme)
+
+    def test_lignes_lues_et_erreurs(self):
+        c = g.lire_courant(self.ecrire("# commentaire\n\nÉté,3être.V:yms\ndans,.B\n"))
+        self.assertEqual(c, {cp("été"): ["3être.V:yms"], b"dans": [".B"]})
+        for texte, motif in (("et\n", "ligne 1 : « forme,lecture"),
+                             ("x,.O\nmais,O\n", "ligne 2 : lecture mal formée « O »"),
+                             ("a,.Z\n", "lecture mal formée « .Z »"),
+                             ("un,5n.DMS:ms\n", "le code « 5n » coupe plus que la forme"),
+                             ("si,.A\nSi,.CS\n", "ligne 2 : forme « Si » déjà donnée"),
+                             ("ŝ,.A\n", "hors Windows-1252"),
+                             ("x," + "/".join([".A"] * 11) + "\n", "11 lectures (limite 10)")):
+            with self.assertRaises(ValueError) as e:
+                g.lire_courant(self.ecrire(texte))
+            self.assertIn(motif, str(e.exception))
+
+
 if __name__ == "__main__":
     unittest.main()

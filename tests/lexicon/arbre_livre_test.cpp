@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "core/fichiers.hpp"
+#include "core/jetons.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 #include "lexicon/composes.hpp"
@@ -60,6 +61,18 @@ TEST(ArbreLivre, LecturesDesMotsCourants) {
     EXPECT_EQ(Lecture("des"), "des_O||");
     EXPECT_EQ(Lecture("l'"), "l'_O||");
     EXPECT_EQ(Lecture("aujourd'hui"), "aujourd'hui|A|");
+    // Everyday words without their rare homographs: the letter name of "et" and "a", "dan",
+    // "mai", "celer"; "c'" read as the pronoun, so that the context rule settles "c'est".
+    EXPECT_EQ(Lecture("et"), "et|O|");
+    EXPECT_EQ(Lecture("a"), "avoir|V|3a");
+    EXPECT_EQ(Lecture("dans"), "dans|B|");
+    EXPECT_EQ(Lecture("mais"), "mais|O|");
+    EXPECT_EQ(Lecture("cela"), "cela|P|");
+    EXPECT_EQ(Lecture("c'"), "ce|P|");
+    EXPECT_EQ(Lecture("en"), "en_O||");
+    // A capital "E" folds to "é" before some letters: "Elles" is looked up as "élles".
+    EXPECT_EQ(Lecture(Minusculiser("Elles")), "elles|P|");
+    EXPECT_EQ(Lecture(Minusculiser("Erreur")), "erreur|SF|s");
     // Forms are stored folded: a capital is never found.
     EXPECT_EQ(Lecture("Pierre"), "absent");
     EXPECT_EQ(Lecture("Est"), "absent");
