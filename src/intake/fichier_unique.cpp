@@ -45,6 +45,8 @@ long long ConvertirFichierUnique(const fs::path& source, const fs::path& racine,
     std::string_view ligne;
     std::string meta;
     int n = 0;
+    // A bound met in the middle stops the import, and what was converted up to it stays.
+    try {
     while (lecteur.Suivante(ligne)) {
         // Only the separator's own length is compared: a line that merely begins with it counts.
         if (!ligne.starts_with(separateur)) {
@@ -64,6 +66,10 @@ long long ConvertirFichierUnique(const fs::path& source, const fs::path& racine,
         }
         meta += '>';
         sortie.Ligne(meta);
+    }
+    } catch (const ErreurExecution&) {
+        sortie.Fermer();
+        throw;
     }
     sortie.Fermer();
     return n;
