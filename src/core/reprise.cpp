@@ -18,12 +18,6 @@ void SupprimerDurable(const fs::path& fichier) {
     if (ec) throw ErreurExecution(Joindre("Impossible de supprimer le fichier : "_cp, TexteChemin(fichier)));
 }
 
-fs::path CheminGroupe(const fs::path& cible) {
-    fs::path p = cible;
-    p.replace_filename("." + cible.filename().string() + ".groupe");
-    return p;
-}
-
 }  // namespace
 
 Reprise::Reprise(fs::path dossierTextes, std::string nomSauvegarde, std::string etape)
@@ -61,6 +55,26 @@ void Reprise::Commencer() {
 void Reprise::Sauvegarder(std::string_view nom, std::string_view contenu) {
     EcrireFichier(Chemin(sauvegarde_, Joindre(nom, ".txt")), contenu, true);
     AjouterLigneDurable(fichier_, nom);
+}
+
+void Reprise::Retirer(std::string_view nom) {
+    const std::string contenu = LireFichier(fichier_);
+    std::vector<std::string_view> lignes;
+    LecteurLignes lecteur(contenu);
+    std::string_view ligne;
+    while (lecteur.Suivante(ligne))
+        if (!ligne.empty()) lignes.push_back(ligne);
+    for (std::size_t i = lignes.size(); i-- > 1;)
+        if (lignes[i] == nom) {
+            lignes.erase(lignes.begin() + static_cast<std::ptrdiff_t>(i));
+            break;
+        }
+    std::string r;
+    for (auto l : lignes) {
+        r.append(l);
+        r.append("\r\n");
+    }
+    EcrireFichier(fichier_, r, true);
 }
 
 void Reprise::Terminer() { SupprimerDurable(fichier_); }
@@ -130,11 +144,17 @@ void ExigerIndexExplorationComplet(const fs::path& dossierIndex) {
                                    " » (menu Fichier) et répondez O pour le reconstruire."_cp));
 }
 
+fs::path EcritureGroupee::Provisoire(const fs::path& cible) {
+    fs::path p = cible;
+    p.replace_filename("." + cible.filename().string() + ".groupe");
+    return p;
+}
+
 EcritureGroupee::EcritureGroupee(fs::path journal) : journal_(std::move(journal)) {}
 
 void EcritureGroupee::Ajouter(const fs::path& chemin, std::string_view contenu) {
     // Written under a name of its own, so that no other writer of the target takes it over.
-    const fs::path provisoire = CheminGroupe(chemin);
+    const fs::path provisoire = Provisoire(chemin);
     EcrireFichier(provisoire, contenu, true);
     cibles_.push_back(chemin);
 }
@@ -158,7 +178,7 @@ bool EcritureGroupee::Achever(const fs::path& journal) {
     while (lecteur.Suivante(ligne)) {
         if (ligne.empty()) continue;
         const fs::path cible = journal.parent_path() / fs::path(std::string(ligne));
-        const fs::path provisoire = CheminGroupe(cible);
+        const fs::path provisoire = Provisoire(cible);
         // Already renamed by the save that was cut short.
         if (!FichierExiste(provisoire)) continue;
         std::error_code ec;

@@ -38,6 +38,10 @@ public:
     void Commencer();
     // Writes `contenu` (the text as it stands now) as the backup of `nom` and lists it.
     void Sauvegarder(std::string_view nom, std::string_view contenu);
+    // The text `nom`, last listed, was not rewritten after all (its rewriting failed, and a
+    // failed rewrite leaves the text whole): it leaves the record, so that a correction the
+    // person makes to it before the next run is not undone by the taking back.
+    void Retirer(std::string_view nom);
     // The run ended: the record goes.
     void Terminer();
 
@@ -92,6 +96,8 @@ public:
     explicit EcritureGroupee(fs::path journal);
     void Ajouter(const fs::path& chemin, std::string_view contenu);
     void Valider();
+    // The temporary beside `cible` that holds its new bytes until the group is committed.
+    static fs::path Provisoire(const fs::path& cible);
     // Finishes the save that a journal left on disk describes; true if there was one.
     static bool Achever(const fs::path& journal);
 

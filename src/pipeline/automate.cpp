@@ -203,6 +203,7 @@ void OperationPasseAutomatique(Contexte& ctx) {
                 contexte.TraiterLigne(appliquee, sortie);
             }
         } catch (const ErreurExecution& e) {
+            reprise.Retirer(nom);
             throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(copie), ", ligne "_cp,
                                           std::to_string(lecteur.Numero()), ")"));
         }

@@ -173,6 +173,7 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
                 sortie.FinLigne();
             }
         } catch (const ErreurExecution& e) {
+            reprise.Retirer(nom);
             throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(Chemin(copie, Joindre(nom, ".txt"))), ", ligne "_cp,
                                           std::to_string(lecteur.Numero()), ")"));
         }
