@@ -10,6 +10,7 @@
 #include "pipeline/arbre_etiquetage.hpp"
 #include "pipeline/automate.hpp"
 #include "pipeline/indexeur.hpp"
+#include "pipeline/levee.hpp"
 #include "pipeline/marquage_composes.hpp"
 #include "pipeline/segmenteur.hpp"
 
@@ -175,6 +176,39 @@ TEST(Reprise, SegmentationEtIndexationInacheveesRefusees) {
     Lancer(&OperationReindexation, arbre.Chemin(), liste);
     EXPECT_FALSE(fs::exists(tt / "#REINDEXATION_EN_COURS.txt"));
     EXPECT_TRUE(fs::exists(tt / "TEXTE_NU/d.txt"));
+}
+
+// A review session killed in the middle of a saving point: the next session finishes that save
+// before it reads the case states, so that texts and states agree.
+TEST(Reprise, SauvegardeDeSessionInterrompueAchevee) {
+    DossierTemporaire arbre, corpus;
+    test::ContenuArbre contenu = Arbre();
+    contenu.dico.push_back("ferme,.SF:s/.J:xs/0r.V:1a/0r.V:3a/0r.V:1s/0r.V:3s");
+    contenu.dico.push_back("la,.P");
+    test::ConstruireArbre(arbre.Chemin(), contenu);
+    const fs::path liste = test::ConstruireCorpus(
+        corpus.Chemin(), {{"a", Lignes({"<M f=ferme >ferme <M f=la >la <M f=porte >porte"})}, {"b", kTextes.at("b")}});
+    Lancer(&OperationPasseAutomatique, arbre.Chemin(), liste);
+    const fs::path tt = corpus.Chemin() / "OLBRIN_TT";
+    const std::string etat = Lire(tt / "#F_ETAT.txt");
+    ASSERT_TRUE(etat.starts_with("0\r\n"));
+    const std::string traite = "1" + etat.substr(1);
+    const std::string texteA = Lire(tt / "a.txt") + "\r\n<M f=ajout >ajout";
+    // The save had written its files and its journal, and renamed only the first.
+    test::Ecrire(tt / "a.txt", texteA);
+    test::Ecrire(EcritureGroupee::Provisoire(tt / "#BILAN.txt"), "cas\t1\r\n");
+    test::Ecrire(EcritureGroupee::Provisoire(tt / "#F_ETAT.txt"), traite);
+    test::Ecrire(tt / "#SAUVEGARDE_EN_COURS.txt", Lignes({"a.txt", "#BILAN.txt", "#F_ETAT.txt"}));
+
+    test::DialogueScripte d;
+    HorlogeFixe h({2026, 11, 21, 10, 0, 0});
+    SessionLevee::OuvrirSimples(ChargerListeTextes(liste), h, d);
+    EXPECT_FALSE(fs::exists(tt / "#SAUVEGARDE_EN_COURS.txt"));
+    EXPECT_EQ(Lire(tt / "#F_ETAT.txt"), traite);
+    EXPECT_EQ(Lire(tt / "#BILAN.txt"), "cas\t1\r\n");
+    EXPECT_EQ(Lire(tt / "a.txt"), texteA);
+    // The session's backup holds the texts as the finished save left them.
+    EXPECT_EQ(Lire(tt / "AVANT_LEVCON" / "261121_1000" / "a.txt"), texteA);
 }
 
 }  // namespace
