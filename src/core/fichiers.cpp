@@ -8,6 +8,9 @@
 #include "core/erreurs.hpp"
 #include "core/texte.hpp"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace telvoris {
 
 std::string TexteChemin(const fs::path& chemin) { return Utf8VersCp1252(chemin.generic_string()); }
@@ -66,9 +69,23 @@ void CreerDossier(const fs::path& chemin) {
 void CopierFichier(const fs::path& source, const fs::path& cible) {
     if (!FichierExiste(source))
         throw ErreurExecution(Joindre("Fichier introuvable : "_cp, TexteChemin(source)));
+    const fs::path provisoire = CheminProvisoire(cible);
     std::error_code ec;
-    fs::copy_file(source, cible, fs::copy_options::overwrite_existing, ec);
-    if (ec) throw ErreurExecution(Joindre("Copie impossible vers le fichier : "_cp, TexteChemin(cible)));
+    fs::copy_file(source, provisoire, fs::copy_options::overwrite_existing, ec);
+    if (!ec) fs::rename(provisoire, cible, ec);
+    if (ec) {
+        std::error_code ignore;
+        fs::remove(provisoire, ignore);
+        throw ErreurExecution(Joindre("Copie impossible vers le fichier : "_cp, TexteChemin(cible)));
+    }
+}
+
+fs::path CheminProvisoire(const fs::path& chemin) {
+    // A fixed name, so that what a killed run left behind is taken over by the next write
+    // instead of piling up; the leading dot keeps it out of the way of a person browsing.
+    fs::path p = chemin;
+    p.replace_filename("." + chemin.filename().string() + ".tmp");
+    return p;
 }
 
 bool LecteurLignes::Suivante(std::string_view& ligne) {
@@ -95,8 +112,10 @@ bool LecteurLignes::Suivante(std::string_view& ligne) {
     return true;
 }
 
-EcrivainFichier::EcrivainFichier(const fs::path& chemin) : chemin_(chemin) {
-    fichier_ = std::fopen(chemin.c_str(), "wb");
+EcrivainFichier::EcrivainFichier(const fs::path& chemin, bool durable)
+    : chemin_(chemin), provisoire_(CheminProvisoire(chemin)), exceptions_(std::uncaught_exceptions()),
+      durable_(durable) {
+    fichier_ = std::fopen(provisoire_.c_str(), "wb");
     if (!fichier_)
         throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
     tampon_.reserve(kTailleTampon + 4096);
@@ -104,11 +123,23 @@ EcrivainFichier::EcrivainFichier(const fs::path& chemin) : chemin_(chemin) {
 
 EcrivainFichier::~EcrivainFichier() {
     if (!fichier_) return;
+    // Left by an exception: the old file stays whole.
+    if (std::uncaught_exceptions() > exceptions_) {
+        Abandonner();
+        return;
+    }
     try {
         Fermer();
     } catch (...) {
         // A destructor never throws; the failure was already that of the operation.
     }
+}
+
+void EcrivainFichier::Abandonner() noexcept {
+    if (fichier_) std::fclose(fichier_);
+    fichier_ = nullptr;
+    std::error_code ec;
+    fs::remove(provisoire_, ec);
 }
 
 void EcrivainFichier::Vider() {
@@ -121,23 +152,55 @@ void EcrivainFichier::Vider() {
 
 void EcrivainFichier::Fermer() {
     if (!fichier_) return;
-    std::FILE* f = fichier_;
+    const auto echec = [&] {
+        Abandonner();
+        throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
+    };
     try {
         Vider();
     } catch (...) {
-        fichier_ = nullptr;
-        std::fclose(f);
+        Abandonner();
         throw;
     }
+    if (std::fflush(fichier_) != 0) echec();
+    if (durable_ && ::fsync(fileno(fichier_)) != 0) echec();
+    std::FILE* f = fichier_;
     fichier_ = nullptr;
-    if (std::fclose(f) != 0)
+    if (std::fclose(f) != 0) {
+        std::error_code ec;
+        fs::remove(provisoire_, ec);
         throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
+    }
+    std::error_code ec;
+    fs::rename(provisoire_, chemin_, ec);
+    if (ec) {
+        std::error_code ignore;
+        fs::remove(provisoire_, ignore);
+        throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
+    }
 }
 
-void EcrireFichier(const fs::path& chemin, std::string_view contenu) {
-    EcrivainFichier e(chemin);
+void EcrireFichier(const fs::path& chemin, std::string_view contenu, bool durable) {
+    EcrivainFichier e(chemin, durable);
     e.Ecrire(contenu);
     e.Fermer();
+}
+
+void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne) {
+    const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+    if (fd < 0) throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
+    std::string texte(ligne);
+    texte.append("\r\n");
+    std::size_t fait = 0;
+    bool ok = true;
+    while (ok && fait < texte.size()) {
+        const ssize_t n = ::write(fd, texte.data() + fait, texte.size() - fait);
+        if (n <= 0) ok = false;
+        else fait += static_cast<std::size_t>(n);
+    }
+    if (ok && ::fsync(fd) != 0) ok = false;
+    ::close(fd);
+    if (!ok) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }
 
 }  // namespace telvoris

@@ -24,8 +24,11 @@ bool DossierExiste(const fs::path& chemin);
 bool FichierExiste(const fs::path& chemin);
 // Creates the folder (and its parents) when missing; failure is an execution error naming it.
 void CreerDossier(const fs::path& chemin);
-// Copies a file byte for byte, replacing the target.
+// Copies a file byte for byte, replacing the target as a whole (see EcrivainFichier).
 void CopierFichier(const fs::path& source, const fs::path& cible);
+
+// The temporary file beside `chemin` that a replacement is written to before it takes the name.
+fs::path CheminProvisoire(const fs::path& chemin);
 
 // Cuts a text into lines: a line ends at CR LF, at CR, or at a lone LF. A last line without an
 // end is a line; a text that ends with a line end has no empty line after it.
@@ -44,11 +47,15 @@ private:
     long long numero_ = 0;
 };
 
-// A text file created anew and written through a large buffer. Lines end in CR LF. What was
-// written stays on disk even when the operation stops on an error (the destructor flushes).
+// A text file created anew and written through a large buffer. Lines end in CR LF.
+// The bytes go to a temporary file in the same folder, which takes the file's name only when it
+// is closed whole: a kill, a full disk or an error in the middle leaves the old file as it was,
+// never a cut one. Closing happens in Fermer() or in the destructor; a destructor reached by an
+// exception drops the temporary instead. `durable` also flushes the bytes to the disk before
+// the rename, for the files whose loss would cost the person work (the tagged texts, their backups).
 class EcrivainFichier {
 public:
-    explicit EcrivainFichier(const fs::path& chemin);
+    explicit EcrivainFichier(const fs::path& chemin, bool durable = false);
     ~EcrivainFichier();
     EcrivainFichier(const EcrivainFichier&) = delete;
     EcrivainFichier& operator=(const EcrivainFichier&) = delete;
@@ -75,8 +82,12 @@ private:
     // Small enough to stay in cache and be reused, so that writing does not fault in fresh pages.
     static constexpr std::size_t kTailleTampon = 64 * 1024;
     void Vider();
+    void Abandonner() noexcept;
     fs::path chemin_;
+    fs::path provisoire_;
     std::FILE* fichier_ = nullptr;
+    int exceptions_ = 0;
+    bool durable_ = false;
     std::string tampon_;
 };
 
@@ -91,7 +102,11 @@ void PourChaqueLigneNonVide(const fs::path& fichier, std::string& tampon, F&& f)
         if (!ligne.empty()) f(ligne);
 }
 
-// Writes a whole file in one go.
-void EcrireFichier(const fs::path& chemin, std::string_view contenu);
+// Writes a whole file in one go, replacing the old one as a whole.
+void EcrireFichier(const fs::path& chemin, std::string_view contenu, bool durable = false);
+
+// Appends a line (with CR LF) to a file and makes it durable before returning: the journal of a
+// stage, whose lines must survive whatever comes after them.
+void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne);
 
 }  // namespace telvoris

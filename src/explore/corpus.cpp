@@ -4,6 +4,7 @@
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
+#include "core/reprise.hpp"
 #include "core/jetons.hpp"
 #include "core/nombres.hpp"
 #include "core/texte.hpp"
@@ -82,6 +83,7 @@ EtatCorpus OuvrirCorpus(const std::filesystem::path& liste) {
         complet = complet && DossierExiste(e.PATH_INDEX / d);
     if (!complet)
         throw FinProgramme(std::string("Un dossier d'indexation manque dans 'OLBRIN_TT'. Rédindexez et recommencez."_cp));
+    ExigerIndexExplorationComplet(e.PATH_INDEX);
     const auto index = e.PATH_INDEX / "METADONNEES_QORX" / "index.txt";
     if (FichierExiste(index)) {
         for (auto& nom : LignesFichier(index)) {

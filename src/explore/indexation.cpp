@@ -8,6 +8,7 @@
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
+#include "core/reprise.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
 #include "core/texte.hpp"
@@ -441,16 +442,20 @@ std::filesystem::path DossierIndex(const ListeTextes& liste) {
 }
 
 void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue) {
+    const auto olbrin = liste.doss_racine / "OLBRIN_TT";
+    // The index is marked as half-made until its last file is written: the opening refuses it.
+    MarqueChantier marque(MarqueIndexExploration(dossier), "Indexer");
     Constructeur c(dossier, plier);
     c.Commencer();
-    const auto olbrin = liste.doss_racine / "OLBRIN_TT";
     const long long n = static_cast<long long>(liste.noms.size());
     for (long long i = 0; i < n; ++i) {
         dialogue.Progression(Joindre("Indexation. Fichier "_cp, Nombre(i + 1), " de "_cp, Nombre(n)), i + 1, n);
         c.Texte(olbrin, liste.noms[static_cast<std::size_t>(i)]);
     }
     c.Terminer();
+    marque.Achever();
 }
+
 
 void OperationIndexExploration(Contexte& ctx) {
     const auto reponse = ctx.dialogue.Demander("Discriminer les majuscules (O/N) ? Exemple API, Phnong, etc ?"_cp,
@@ -460,6 +465,8 @@ void OperationIndexExploration(Contexte& ctx) {
     const auto liste = ChoisirListeTextes(ctx.dialogue);
     if (!liste) return;
     const auto dossier = DossierIndex(*liste);
+    // Half-made derived files are refused before an existing index is destroyed.
+    if (DossierExiste(liste->doss_racine / "OLBRIN_TT")) ExigerIndexationComplete(liste->doss_racine / "OLBRIN_TT");
     if (DossierExiste(dossier)) {
         const auto r = ctx.dialogue.Demander(
             "Il existe déjà un dossier d'indexation au nom de ce corpus. Si vous souhaitez créer un nouvel index, l'existant sera détruit."_cp,

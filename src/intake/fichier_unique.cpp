@@ -45,25 +45,31 @@ long long ConvertirFichierUnique(const fs::path& source, const fs::path& racine,
     std::string_view ligne;
     std::string meta;
     int n = 0;
-    while (lecteur.Suivante(ligne)) {
-        // Only the separator's own length is compared: a line that merely begins with it counts.
-        if (!ligne.starts_with(separateur)) {
-            sortie.Ligne(ligne);
-            continue;
-        }
-        ++n;
-        meta = Joindre("<QORX_ATTR N°="_cp, std::to_string(n), " ");
-        if (tableau) {
-            for (int j = 1; j <= tableau->variables; ++j) {
-                const std::string_view valeur = tableau->Valeur(n, j);
-                meta += tableau->Valeur(0, j);
-                meta += '=';
-                meta += valeur;
-                meta += ' ';
+    // A bound met in the middle stops the import, and what was converted up to it stays.
+    try {
+        while (lecteur.Suivante(ligne)) {
+            // Only the separator's own length is compared: a line that merely begins with it counts.
+            if (!ligne.starts_with(separateur)) {
+                sortie.Ligne(ligne);
+                continue;
             }
+            ++n;
+            meta = Joindre("<QORX_ATTR N°="_cp, std::to_string(n), " ");
+            if (tableau) {
+                for (int j = 1; j <= tableau->variables; ++j) {
+                    const std::string_view valeur = tableau->Valeur(n, j);
+                    meta += tableau->Valeur(0, j);
+                    meta += '=';
+                    meta += valeur;
+                    meta += ' ';
+                }
+            }
+            meta += '>';
+            sortie.Ligne(meta);
         }
-        meta += '>';
-        sortie.Ligne(meta);
+    } catch (const ErreurExecution&) {
+        sortie.Fermer();
+        throw;
     }
     sortie.Fermer();
     return n;

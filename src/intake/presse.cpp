@@ -6,6 +6,7 @@
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
+#include "core/nom_fichier.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
 #include "core/liste_textes.hpp"
@@ -124,12 +125,27 @@ public:
         return fichiers_.back().contenu;
     }
 
+    // A day file that cannot be written does not keep the others from being written; the
+    // failures are named together at the end.
     long long Ecrire() {
+        std::string echecs;
+        long long ecrits = 0;
         for (auto& f : fichiers_) {
-            EcrireFichier(f.chemin, f.contenu);
+            try {
+                EcrireFichier(f.chemin, f.contenu);
+                ++ecrits;
+            } catch (const ErreurExecution& e) {
+                if (!echecs.empty()) echecs += "\r\n";
+                echecs += e.what();
+            }
             std::string().swap(f.contenu);
         }
-        return static_cast<long long>(fichiers_.size());
+        fichiers_.clear();
+        index_.clear();
+        if (!echecs.empty())
+            throw ErreurExecution(Joindre(Nombre(ecrits), " fichiers du jour écrits ; ceux-ci ne l'ont pas été :\r\n"_cp,
+                                          echecs));
+        return ecrits;
     }
 
 private:
@@ -211,7 +227,9 @@ BilanRegroupement RegrouperArticles(const fs::path& racine, const TableMois& moi
                 corps += ligne;
                 corps += "\r\n";
             }
-            std::string& jour = jours.Contenu(Joindre(journal, "_", date));
+            // The name comes from the download: it may hold "/" or "..", and must stay a file
+            // of ARCHIVE_BRUT. The metadata line keeps the paper's name as it is.
+            std::string& jour = jours.Contenu(NomDeFichierSur(Joindre(journal, "_", date)));
             if (!jour.empty()) jour += "\r\n";
             jour += "<QORX_ATTR JOURNAL=";
             jour += journal;
@@ -222,15 +240,19 @@ BilanRegroupement RegrouperArticles(const fs::path& racine, const TableMois& moi
             ++bilan.articles;
         }
     } catch (...) {
-        // What was regrouped before the fault stays on disk.
+        // What was regrouped before the fault stays on disk, and so does the report.
         try {
             jours.Ecrire();
         } catch (...) {
         }
+        try {
+            rapport.Fermer();
+        } catch (...) {
+        }
         throw;
     }
-    bilan.fichiers = jours.Ecrire();
     rapport.Fermer();
+    bilan.fichiers = jours.Ecrire();
     return bilan;
 }
 

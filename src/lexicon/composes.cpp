@@ -4,6 +4,7 @@
 #include "core/fichiers.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
+#include "lexicon/dictionnaire.hpp"
 
 namespace telvoris {
 
@@ -89,6 +90,8 @@ void ChargerComposes(TableComposes& table, const std::filesystem::path& racine) 
             const fs::path fichier = FichierCasier(racine, DOSSIER_COMPOSES_NAMB, mots, c);
             const std::string source = TexteChemin(fichier);
             PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
+                // Read whole by now: a last line cut by a full disk is refused before it is used.
+                if (ligne.data() + ligne.size() == contenu.data() + contenu.size()) VerifierFinDeFichier(contenu, fichier);
                 table.AjouterLigne(ligne, source);
             });
         }

@@ -245,11 +245,32 @@ void ChargerMotsUniques(TableFormes& table, const fs::path& fichier, Origine ori
 
 }  // namespace
 
+void VerifierFinDeFichier(std::string_view contenu, const fs::path& fichier) {
+    if (contenu.empty() || contenu.back() == '\n' || contenu.back() == '\r') return;
+    const std::size_t debut = contenu.find_last_of("\r\n");
+    const std::string_view derniere = debut == std::string_view::npos ? contenu : contenu.substr(debut + 1);
+    const std::size_t virgule = derniere.find(',');
+    bool complete = virgule != std::string_view::npos;
+    if (complete)
+        for (std::string_view lecture : Decouper(derniere.substr(virgule + 1), "/"))
+            if (lecture.empty() || lecture.find('.') == std::string_view::npos || lecture.back() == '.')
+                complete = false;
+    if (complete) return;
+    long long numero = 0;
+    LecteurLignes lecteur(contenu);
+    std::string_view ligne;
+    while (lecteur.Suivante(ligne)) numero = lecteur.Numero();
+    throw ErreurExecution(Joindre("Fichier de ressources coupé : la dernière ligne est incomplète (« "_cp, derniere,
+                                  " ») : "_cp, TexteChemin(fichier), ", ligne "_cp, std::to_string(numero),
+                                  ". Vérifiez les ressources (verifier-ressources) ou réinstallez-les."_cp));
+}
+
 void ChargerDico(TableFormes& table, const fs::path& racine, bool avecInterpretations) {
     std::string contenu;
     PourChaqueCasier([&](int l, int c) {
         const fs::path fichier = FichierCasier(racine, DOSSIER_DICO, l, c);
         LireFichier(fichier, contenu);
+        VerifierFinDeFichier(contenu, fichier);
         const std::string source = TexteChemin(fichier);
         LecteurLignes lecteur(contenu);
         std::string_view ligne;

@@ -116,6 +116,11 @@ private:
 // The general dictionary, 300 files: a blank line takes a slot. With interpretations, the
 // lemma, category and flexion columns are filled as dictionary application reads them.
 void ChargerDico(TableFormes& table, const fs::path& racine, bool avecInterpretations);
+
+// A file of the store whose last line has no line end and no complete reading (no comma, or a
+// reading without its category) was cut in the middle of that line, by a full disk or a copy
+// that stopped: an execution error naming the file and the line. `contenu` is the whole file.
+void VerifierFinDeFichier(std::string_view contenu, const fs::path& fichier);
 // The correction store and the accent store: tab-separated, left field only, blank lines skipped.
 void ChargerCorrectionsFormes(TableFormes& table, const fs::path& racine);
 void ChargerAccents(TableFormes& table, const fs::path& racine);

@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/dictionnaire.hpp"
 #include "pipeline/contexte_regles.hpp"
@@ -157,8 +158,9 @@ void OperationPasseAutomatique(Contexte& ctx) {
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
     const fs::path dossierTT = liste->doss_racine / "OLBRIN_TT";
     if (!DossierExiste(dossierTT)) throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
-    const fs::path dossierAvant = dossierTT / "AVANT_AUTOMATE_SIMPLES";
-    CreerDossier(dossierAvant);
+    Reprise reprise(dossierTT, "AVANT_AUTOMATE_SIMPLES", std::string("Passe automatique"_cp));
+    ExigerTextesComplets(dossierTT, reprise.Fichier());
+    const fs::path& dossierAvant = reprise.DossierSauvegarde();
 
     // Everything is loaded before the first text is touched, so that a missing list leaves the
     // corpus as it was.
@@ -173,6 +175,10 @@ void OperationPasseAutomatique(Contexte& ctx) {
     // dictionary application has just written it, blank lines dropped by both.
     CompteursDictionnaire dico;
     PasseContexte contexte(listes);
+    // Texts that an unfinished run left half-rewritten are put back first, and only then is the
+    // new run recorded.
+    if (const auto retablis = reprise.Retablir()) ctx.dialogue.Afficher(reprise.MessageReprise(*retablis));
+    reprise.Commencer();
     std::string contenu, appliquee, sortie;
     const auto total = static_cast<long long>(liste->noms.size());
     for (long long n = 0; n < total; ++n) {
@@ -181,7 +187,7 @@ void OperationPasseAutomatique(Contexte& ctx) {
         const fs::path cible = Chemin(dossierTT, Joindre(nom, ".txt"));
         const fs::path copie = Chemin(dossierAvant, Joindre(nom, ".txt"));
         LireFichier(cible, contenu);
-        EcrireFichier(copie, contenu);
+        reprise.Sauvegarder(nom, contenu);
         sortie.clear();
         LecteurLignes lecteur(contenu);
         std::string_view ligne;
@@ -197,13 +203,15 @@ void OperationPasseAutomatique(Contexte& ctx) {
                 contexte.TraiterLigne(appliquee, sortie);
             }
         } catch (const ErreurExecution& e) {
+            reprise.Retirer(nom);
             throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(copie), ", ligne "_cp,
                                           std::to_string(lecteur.Numero()), ")"));
         }
         // The text is written whole, without a line end after its last line.
-        EcrireFichier(cible, sortie);
+        EcrireFichier(cible, sortie, true);
     }
     contexte.EcrireIndex(dossierTT);
+    reprise.Terminer();
     ctx.dialogue.MasquerProgression();
     const CompteursContexte& c = contexte.Compteurs();
     ctx.dialogue.Afficher(Joindre(

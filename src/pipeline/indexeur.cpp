@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "pipeline/segmenteur.hpp"
 
@@ -273,7 +274,10 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
     dialogue.Progression("Indexation."_cp, 0, 0);
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     if (!DossierExiste(dossierTT)) throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
+    ExigerTextesComplets(dossierTT);
     for (auto dossier : kDossiers) CreerDossier(dossierTT / dossier);
+    // Until the last text is done, the derived files are marked as half-made.
+    MarqueChantier marque(MarqueReindexation(dossierTT), "Réindexer"_cp);
     const auto total = static_cast<long long>(liste.noms.size());
     std::string contenu;
     for (long long n = 0; n < total; ++n) {
@@ -295,6 +299,7 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
         }
         indexeur.Terminer();
     }
+    marque.Achever();
 }
 
 void OperationReindexation(Contexte& ctx) {

@@ -6,6 +6,7 @@
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/jetons.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/dictionnaire.hpp"
 
@@ -78,6 +79,8 @@ SessionLevee::Morceau SessionLevee::Ajouter(std::string_view texte) {
     return m;
 }
 
+static fs::path JournalSauvegarde(const fs::path& dossierTT) { return dossierTT / "#SAUVEGARDE_EN_COURS.txt"; }
+
 void SessionLevee::Charger(const ListeTextes& liste, const fs::path& dossierAvant, Dialogue& dialogue, bool avecMK) {
     noms_ = liste.noms;
     const std::size_t n = noms_.size();
@@ -101,7 +104,10 @@ void SessionLevee::Charger(const ListeTextes& liste, const fs::path& dossierAvan
         dialogue.Progression("Chargement du corpus"_cp, static_cast<long long>(i + 1), static_cast<long long>(n));
         const std::string nomFichier = Joindre(noms_[i], ".txt");
         LireFichier(Chemin(dossierTT_, nomFichier), contenu);
-        EcrireFichier(Chemin(dossierAvant, nomFichier), contenu);
+        // A session opened again within the same minute finds its dated folder: the copy made
+        // first, before any case was applied, is the one to keep.
+        const fs::path copie = Chemin(dossierAvant, nomFichier);
+        if (!FichierExiste(copie)) EcrireFichier(copie, contenu, true);
         if (arene_.size() + contenu.size() > arene_.capacity()) arene_.reserve(arene_.size() + contenu.size() + (64 << 20));
         const std::size_t base = arene_.size();
         arene_.append(contenu);
@@ -176,6 +182,11 @@ SessionLevee SessionLevee::OuvrirSimples(const ListeTextes& liste, const Horloge
     s.etiquette_ = EtiquetteSession::levcon_simp;
     s.dossierTT_ = liste.doss_racine / "OLBRIN_TT";
     s.dossierEtat_ = s.dossierTT_;
+    // A saving point cut short is finished first: its files were all written whole.
+    if (DossierExiste(s.dossierTT_)) {
+        ExigerTextesComplets(s.dossierTT_);
+        EcritureGroupee::Achever(JournalSauvegarde(s.dossierTT_));
+    }
     if (!DossierExiste(s.dossierTT_ / "AVANT_AUTOMATE_SIMPLES"))
         throw FinProgramme(std::string("Vous devez d'abord avoir passé la fonction 'automates'."_cp));
     const std::string etat = LireFichier(Chemin(s.dossierTT_, "#F_ETAT.txt"));
@@ -217,6 +228,11 @@ SessionLevee SessionLevee::OuvrirComposes(const ListeTextes& liste, const Horlog
     s.etiquette_ = EtiquetteSession::levcon_comp;
     s.dossierTT_ = liste.doss_racine / "OLBRIN_TT";
     s.dossierEtat_ = s.dossierTT_ / "CONTROLE_COMPOSES";
+    // A saving point cut short is finished first: its files were all written whole.
+    if (DossierExiste(s.dossierTT_)) {
+        ExigerTextesComplets(s.dossierTT_);
+        EcritureGroupee::Achever(JournalSauvegarde(s.dossierTT_));
+    }
     if (!DossierExiste(s.dossierEtat_))
         throw FinProgramme(Joindre(TexteChemin(s.dossierEtat_),
                                    "----Il n'existe pas de dossier de composés ambigus. Veuillez vérifier vos données."_cp));
@@ -601,24 +617,26 @@ std::string SessionLevee::TexteFichier(std::size_t f) const {
     return r;
 }
 
+// The texts, the summary and the case states of a saving point change together or not at all.
 void SessionLevee::Sauver() {
+    EcritureGroupee groupe(JournalSauvegarde(dossierTT_));
     for (std::size_t f = 0; f < noms_.size(); ++f) {
         if (!modifie_[f]) continue;
-        EcrireFichier(Chemin(dossierTT_, Joindre(noms_[f], ".txt")), TexteFichier(f));
-        modifie_[f] = false;
+        groupe.Ajouter(Chemin(dossierTT_, Joindre(noms_[f], ".txt")), TexteFichier(f));
     }
-    EcrireFichier(Chemin(dossierEtat_, "#BILAN.txt"), bilan_);
+    groupe.Ajouter(Chemin(dossierEtat_, "#BILAN.txt"), bilan_);
     if (etiquette_ == EtiquetteSession::levcon_s1 || etiquette_ == EtiquetteSession::levcon_s2) {
-        EcrivainFichier etat(Chemin(dossierEtat_, "#F_ETAT.txt"));
-        for (char e : etat_cas_) etat.Ligne(e ? "1" : "0");
-        etat.Fermer();
+        std::string etat;
+        etat.reserve(etat_cas_.size() * 3);
+        for (char e : etat_cas_) etat += e ? "1\r\n" : "0\r\n";
+        groupe.Ajouter(Chemin(dossierEtat_, "#F_ETAT.txt"), etat);
     } else if (etiquette_ == EtiquetteSession::levcon_comp) {
         // The cases are walked in order: those in front of the first open one are done.
         const auto premier = std::find(etat_cas_.begin(), etat_cas_.end(), 0);
-        EcrivainFichier etat(Chemin(dossierEtat_, "#ETAT.txt"));
-        etat.Ligne(std::to_string(premier - etat_cas_.begin()));
-        etat.Fermer();
+        groupe.Ajouter(Chemin(dossierEtat_, "#ETAT.txt"), Joindre(std::to_string(premier - etat_cas_.begin()), "\r\n"));
     }
+    groupe.Valider();
+    std::fill(modifie_.begin(), modifie_.end(), false);
 }
 
 void SessionLevee::Terminer() {

@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/composes.hpp"
 #include "lexicon/dictionnaire.hpp"
@@ -146,8 +147,11 @@ void MarquerComposesLigne(std::string_view texte, const TableComposes& table, Co
 CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes& table, Dialogue& dialogue) {
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     if (!DossierExiste(dossierTT)) throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
-    const fs::path dossierAvant = dossierTT / "AVANT_COMP";
-    CreerDossier(dossierAvant);
+    Reprise reprise(dossierTT, "AVANT_COMP", std::string("Composés"_cp));
+    ExigerTextesComplets(dossierTT, reprise.Fichier());
+    if (const auto retablis = reprise.Retablir()) dialogue.Afficher(reprise.MessageReprise(*retablis));
+    reprise.Commencer();
+    const fs::path& copie = reprise.DossierSauvegarde();
     CompteursComposes compteurs;
     std::string contenu;
     const auto total = static_cast<long long>(liste.noms.size());
@@ -157,10 +161,9 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
                                      std::to_string(total)),
                              n + 1, total);
         const fs::path cible = Chemin(dossierTT, Joindre(nom, ".txt"));
-        const fs::path copie = Chemin(dossierAvant, Joindre(nom, ".txt"));
         LireFichier(cible, contenu);
-        EcrireFichier(copie, contenu);
-        EcrivainFichier sortie(cible);
+        reprise.Sauvegarder(nom, contenu);
+        EcrivainFichier sortie(cible, true);
         LecteurLignes lecteur(contenu);
         std::string_view ligne;
         try {
@@ -170,11 +173,13 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
                 sortie.FinLigne();
             }
         } catch (const ErreurExecution& e) {
-            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(copie), ", ligne "_cp,
+            reprise.Retirer(nom);
+            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(Chemin(copie, Joindre(nom, ".txt"))), ", ligne "_cp,
                                           std::to_string(lecteur.Numero()), ")"));
         }
         sortie.Fermer();
     }
+    reprise.Terminer();
     return compteurs;
 }
 

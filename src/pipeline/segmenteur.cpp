@@ -6,6 +6,7 @@
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 #include "pipeline/indexeur.hpp"
@@ -632,6 +633,8 @@ void Preparer(std::string_view brute, std::string& ligne) {
 void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialogue& dialogue) {
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     CreerDossier(dossierTT);
+    // Until the last text is segmented, the tagged texts are marked as half-made.
+    MarqueChantier marque(MarqueSegmentation(dossierTT), "&Segmentation"_cp);
     TableJetons table;
     std::string ligne, contenu;
     const auto total = static_cast<long long>(liste.noms.size());
@@ -667,6 +670,7 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
         }
         sortieFichier.Fermer();
     }
+    marque.Achever();
 }
 
 void OperationSegmentation(Contexte& ctx) {

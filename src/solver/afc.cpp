@@ -64,6 +64,18 @@ bool LireCellule(std::string_view t, double& v, bool& negatif) {
 
 }  // namespace
 
+namespace {
+
+// Where a cell stands: rows are numbered as in the messages of the AFC run (the first row under
+// the header is row 1), with the file's own line number beside it.
+std::string OuDansMatrice(long long ligneFichier, std::size_t colonne, const std::string& src) {
+    std::string r = "Ligne " + Nombre(ligneFichier - 1);
+    if (colonne > 0) r += ", colonne " + Nombre(static_cast<long long>(colonne));
+    return r + " de la matrice (ligne " + Nombre(ligneFichier) + " du fichier " + src + ")";
+}
+
+}  // namespace
+
 Matrice LireMatrice(std::string_view texte, std::string_view source) {
     const std::string src(source);
     Matrice m;
@@ -106,11 +118,11 @@ Matrice LireMatrice(std::string_view texte, std::string_view source) {
                     double v;
                     bool negatif;
                     if (!LireCellule(cellule, v, negatif))
-                        throw ErreurSolveur("Ligne " + Nombre(numero) + ", colonne " + Nombre(static_cast<long long>(lues)) +
-                                            " de " + src + " : « " + std::string(cellule) + " » n'est pas un nombre.");
+                        throw ErreurSolveur(OuDansMatrice(numero, lues, src) + " : « " + std::string(cellule) +
+                                            " » n'est pas un nombre.");
                     if (negatif)
-                        throw ErreurSolveur("Ligne " + Nombre(numero) + ", colonne " + Nombre(static_cast<long long>(lues)) +
-                                            " de " + src + " : valeur négative « " + std::string(cellule) + " ».");
+                        throw ErreurSolveur(OuDansMatrice(numero, lues, src) + " : valeur négative « " +
+                                            std::string(cellule) + " ».");
                     cellules.push_back(v);
                 }
                 if (t == std::string_view::npos) break;
@@ -118,7 +130,7 @@ Matrice LireMatrice(std::string_view texte, std::string_view source) {
             }
         }
         if (lues != p)
-            throw ErreurSolveur("Ligne " + Nombre(numero) + " de " + src + " : " + Nombre(static_cast<long long>(lues)) +
+            throw ErreurSolveur(OuDansMatrice(numero, 0, src) + " : " + Nombre(static_cast<long long>(lues)) +
                                 " cellules pour " + Nombre(static_cast<long long>(p)) + " colonnes.");
     }
     const std::size_t n = m.lignes.size();
@@ -161,6 +173,11 @@ Resultat Analyser(const Matrice& m, int maxFacteurs) {
             throw ErreurSolveur("Matrice dégénérée : la colonne " + Nombre(j + 1) + " (« " + m.colonnes[j] +
                                 " ») totalise zéro.");
     const double total = sommesLignes.sum();
+    // Cells that each fit can still sum past the largest number: said as such, not as a
+    // degenerate matrix.
+    if (!std::isfinite(total) || !sommesColonnes.allFinite())
+        throw ErreurSolveur("Débordement : la somme des cellules de la matrice dépasse le plus grand nombre "
+                            "représentable (environ 1,8e308) ; réduisez les valeurs de la matrice.");
     const Eigen::VectorXd r = sommesLignes / total;
     const Eigen::VectorXd c = sommesColonnes.transpose() / total;
     const Eigen::VectorXd rRac = r.cwiseSqrt(), cRac = c.cwiseSqrt();

@@ -123,7 +123,8 @@ PreparationAfc PreparerAfc(Dialogue& dialogue, const fs::path& matrice) {
         std::vector<std::string_view> morceaux;
         if (tab != std::string_view::npos) morceaux = Decouper(ligne.substr(tab + 1), "\t");
         if (morceaux.size() != nc)
-            throw ErreurExecution(Joindre("Ligne "_cp, N(r), " de la matrice "_cp, TexteChemin(matrice), " : "_cp,
+            throw ErreurExecution(Joindre("Ligne "_cp, N(r), " de la matrice (ligne "_cp, N(r + 1), " du fichier "_cp,
+                                          TexteChemin(matrice), ") : "_cp,
                                           N(static_cast<long long>(morceaux.size())), " cellules pour "_cp,
                                           N(static_cast<long long>(nc)), " colonnes"_cp));
         for (std::size_t c = 0; c < nc; ++c) {
@@ -131,7 +132,8 @@ PreparationAfc PreparerAfc(Dialogue& dialogue, const fs::path& matrice) {
             if (!v)
                 throw ErreurExecution(Joindre("Conversion impossible en nombre entier : « "_cp, morceaux[c],
                                               " » (ligne "_cp, N(r), ", colonne "_cp, N(static_cast<long long>(c) + 1),
-                                              " de "_cp, TexteChemin(matrice), ")"_cp));
+                                              " de la matrice (ligne "_cp, N(r + 1), " du fichier "_cp,
+                                              TexteChemin(matrice), "))"_cp));
             cellules.push_back(*v);
         }
     }

@@ -222,7 +222,13 @@ ItemsPlan LirePlan(const fs::path& coordonnees, std::string_view nomContribution
             throw FinProgramme(std::string(
                 "Vous avez choisi un facteur qui n'existe pas dans les limites de la matrice analysée"_cp));
         auto valeur = [&](long long f) {
-            return static_cast<long long>(Round(Nombre(champs[static_cast<std::size_t>(f)], coord, i) * 1000, 0));
+            const std::string_view champ = champs[static_cast<std::size_t>(f)];
+            const double v = Round(Nombre(champ, coord, i) * 1000, 0);
+            // A coordinate is kept in thousandths as an integer: one beyond that range is refused.
+            if (!(std::fabs(v) <= 1e15))
+                throw ErreurExecution(Joindre("Coordonnée hors limites (« "_cp, champ, " », au plus 1e12 en valeur absolue) : "_cp,
+                                              TexteChemin(coord.chemin), ", ligne "_cp, N(static_cast<long long>(i) + 2)));
+            return static_cast<long long>(v);
         };
         items.xy.emplace_back(valeur(a), valeur(b));
     }

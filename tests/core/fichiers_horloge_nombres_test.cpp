@@ -1,11 +1,16 @@
 // Files and lines, the clock texts, the number texts and the list of texts.
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include "core/dialogue.hpp"
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/liste_textes.hpp"
+#include "core/nom_fichier.hpp"
 #include "core/nombres.hpp"
 #include "core/texte.hpp"
 #include "support/support.hpp"
@@ -54,15 +59,18 @@ TEST(EcrivainFichier, CrLfRemplacementEtVidageAuDestructeur) {
     }
     EXPECT_EQ(Lire(f), "xy\r\n\r\n");
 
-    // An operation that stops on an error never calls Fermer: its output must still be there.
+    // An operation that stops on an error never calls Fermer: the file it was replacing stays
+    // whole, and no temporary is left beside it.
     const auto g = d.Chemin() / "interrompu.txt";
+    Ecrire(g, "version pr\xE9" "c\xE9" "dente\r\n");
     try {
         EcrivainFichier e(g);
         e.Ligne("d\xE9" "but");
         throw ErreurExecution("arrêt");
     } catch (const ErreurExecution&) {
     }
-    EXPECT_EQ(Lire(g), "d\xE9" "but\r\n");
+    EXPECT_EQ(Lire(g), "version pr\xE9" "c\xE9" "dente\r\n");
+    EXPECT_FALSE(fs::exists(CheminProvisoire(g)));
 
     // Larger than the buffer, so that a flush happens in the middle.
     const std::string gros(3 << 20, 'z');
@@ -180,4 +188,71 @@ TEST(ListeTextes, ChargementNomsEtLimite) {
     ASSERT_TRUE(choisie.has_value());
     EXPECT_EQ(choisie->nom, "répertoire"_cp);
     EXPECT_FALSE(ChoisirListeTextes(dialogue).has_value());
+}
+
+TEST(NomDeFichierSur, SeparateursPointsEtCaracteresInterdits) {
+    EXPECT_EQ(NomDeFichierSur("Le_Monde_2005_01_03"), "Le_Monde_2005_01_03");
+    EXPECT_EQ(NomDeFichierSur("Sud_Ouest_/_Bordeaux"), "Sud_Ouest___Bordeaux");
+    EXPECT_EQ(NomDeFichierSur("../../x"), "______x");
+    EXPECT_EQ(NomDeFichierSur("a...b"), "a__.b");  // no ".." left, the odd dot stays
+    EXPECT_EQ(NomDeFichierSur("..."), "__.");
+    EXPECT_EQ(NomDeFichierSur("."), "_");
+    EXPECT_EQ(NomDeFichierSur(""), "_");
+    EXPECT_EQ(NomDeFichierSur("a\\b:c*d?e\"f<g>h|i\tj"), "a_b_c_d_e_f_g_h_i_j");
+    EXPECT_EQ(NomDeFichierSur("N\xB0" "1 r\xE9gion.txt"), "N\xB0" "1 r\xE9gion.txt");  // CP1252 letters stay
+    // Whatever the name, it stays one component of its folder.
+    for (const char* nom : {"..", "../", "/..", "a/../..", "\\..\\", "...."}) {
+        const fs::path p = Chemin("/base", NomDeFichierSur(nom));
+        EXPECT_EQ(p.parent_path(), fs::path("/base")) << nom;
+        EXPECT_NE(p.filename(), "..") << nom;
+    }
+}
+
+// A disk that fills up in the middle of a write: the file size limit of the process stands in
+// for it, so that the failure comes from the system's own write call.
+TEST(EcrivainFichier, EcritureEchoueeLaisseLAncienFichierEntier) {
+    DossierTemporaire d;
+    const auto f = d.Chemin() / "texte.txt";
+    const std::string ancien = "ancien texte\r\n";
+    Ecrire(f, ancien);
+    const auto copie = d.Chemin() / "copie.txt";
+    Ecrire(copie, ancien);
+
+    struct rlimit avant {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &avant), 0);
+    auto* gestion = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit petite = avant;
+    petite.rlim_cur = 100000;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &petite), 0);
+    const std::string gros(300000, 'z');
+    const std::string message = MessageErreur([&] {
+        EcrivainFichier e(f);
+        e.Ligne(gros);
+        e.Fermer();
+    });
+    const std::string message2 = MessageErreur([&] { EcrireFichier(copie, gros, true); });
+    setrlimit(RLIMIT_FSIZE, &avant);
+    std::signal(SIGXFSZ, gestion);
+
+    EXPECT_EQ(message, "Écriture impossible dans le fichier : " + f.generic_string());
+    EXPECT_EQ(message2, "Écriture impossible dans le fichier : " + copie.generic_string());
+    EXPECT_EQ(Lire(f), ancien);
+    EXPECT_EQ(Lire(copie), ancien);
+    EXPECT_FALSE(fs::exists(CheminProvisoire(f)));
+    EXPECT_FALSE(fs::exists(CheminProvisoire(copie)));
+
+    // A temporary that cannot be created (a folder stands in its place): the old file is untouched.
+    fs::create_directory(CheminProvisoire(f));
+    EXPECT_EQ(MessageErreur([&] { EcrireFichier(f, "neuf"); }),
+              "Impossible de créer le fichier : " + f.generic_string());
+    EXPECT_EQ(Lire(f), ancien);
+    fs::remove(CheminProvisoire(f));
+
+    // A copy replaces its target whole too, and a journal line is appended, not rewritten.
+    Ecrire(d.Chemin() / "source.txt", "source\r\n");
+    CopierFichier(d.Chemin() / "source.txt", copie);
+    EXPECT_EQ(Lire(copie), "source\r\n");
+    AjouterLigneDurable(d.Chemin() / "journal.txt", "un");
+    AjouterLigneDurable(d.Chemin() / "journal.txt", "deux");
+    EXPECT_EQ(Lire(d.Chemin() / "journal.txt"), "un\r\ndeux\r\n");
 }

@@ -115,12 +115,12 @@ TEST(Presse, DecoupageDesTelechargements) {
     EXPECT_EQ(Lire(r / "ARTICLES/5.txt"), Lignes({"E2"}));
     EXPECT_FALSE(fs::exists(r / "ARTICLES/6.txt"));
 
-    // A piece too short to lose its trailer stops the run; the article file was already created.
+    // A piece too short to lose its trailer stops the run; no article file is left half-made.
     test::Ecrire(r / "ARCHIVE/2/1.txt", "t\xC3\xAAte\r\nA, x\r\n*/court\r\n*/");
     EXPECT_EQ(MessageErreur([&] { DecouperTelechargements(r, dialogue); }),
               "Article 7 du fichier " + (r / "ARCHIVE/2/1.txt").generic_string() +
                   " : texte trop court pour en ôter le pied de page (« conventions. » et ce qui le précède)");
-    EXPECT_TRUE(fs::exists(r / "ARTICLES/7.txt"));
+    EXPECT_FALSE(fs::exists(r / "ARTICLES/7.txt"));
 
     // Without the ARTICLES folder nothing is created.
     fs::remove_all(r / "ARTICLES");

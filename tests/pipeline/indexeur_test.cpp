@@ -146,7 +146,8 @@ TEST(Indexeur, ErreursEtOperation) {
     } catch (const FinProgramme& e) {
         EXPECT_EQ(std::string(e.what()), std::string("Ressources non constituées. Vérifiez"_cp));
     }
-    // A text missing from OLBRIN_TT: the file error names it; its seven files stand as begun.
+    // A text missing from OLBRIN_TT: the file error names it; no derived file is left begun, and
+    // the derived files stay marked as half-made until a run ends.
     fs::create_directories(d.Chemin() / "OLBRIN_TT");
     dialogue.fichiers.push_back(d.Chemin() / "liste.txt");
     try {
@@ -155,13 +156,15 @@ TEST(Indexeur, ErreursEtOperation) {
     } catch (const ErreurExecution& e) {
         EXPECT_NE(std::string(e.what()).find("OLBRIN_TT/t.txt"), std::string::npos) << e.what();
     }
-    EXPECT_EQ(Derive(d.Chemin(), "LEXINDEX", "t"), Lignes({kSep}));
+    EXPECT_FALSE(fs::exists(d.Chemin() / "OLBRIN_TT/LEXINDEX/t.txt"));
+    EXPECT_TRUE(fs::exists(d.Chemin() / "OLBRIN_TT/#REINDEXATION_EN_COURS.txt"));
 
     test::Ecrire(d.Chemin() / "OLBRIN_TT/t.txt", Lignes({"<QORX_ATTR A=1 >", "<M f=a >a"}));
     dialogue.fichiers.push_back(d.Chemin() / "liste.txt");
     dialogue.libelles.clear();
     OperationReindexation(ctx);
     EXPECT_EQ(dialogue.messages.back(), std::string("Réindexé en 1 secondes"_cp));
+    EXPECT_FALSE(fs::exists(d.Chemin() / "OLBRIN_TT/#REINDEXATION_EN_COURS.txt"));
     EXPECT_EQ(dialogue.libelles, (std::vector<std::string>{"Indexation.", "Segmentation. Fichier1 de 1"}));
 }
 

@@ -152,7 +152,8 @@ TEST(Segmenteur, ErreursNommentLeFichierEtGardentCeQuiEstEcrit) {
         EXPECT_NE(std::string(e.what()).find("Fichier introuvable"), std::string::npos);
         EXPECT_NE(std::string(e.what()).find("ARCHIVE_BRUT/absent.txt"), std::string::npos);
     }
-    // A line of more than 50,000 tokens stops the run; the lines before it stay written.
+    // A line of more than 50,000 tokens stops the run; the tagged text is not left cut (there was
+    // none before), and the tagged tree stays marked as half-made.
     std::string longue;
     for (int i = 0; i <= MAX_JETONS_LIGNE; ++i) longue += "a ";
     test::Ecrire(racine / "ARCHIVE_BRUT/long.txt", Lignes({"premier", longue}));
@@ -165,7 +166,8 @@ TEST(Segmenteur, ErreursNommentLeFichierEtGardentCeQuiEstEcrit) {
         EXPECT_NE(m.find("MAX_JETONS_LIGNE = 50000"), std::string::npos) << m;
         EXPECT_NE(m.find("long.txt, ligne 2"), std::string::npos) << m;
     }
-    EXPECT_EQ(Lire(racine / "OLBRIN_TT/long.txt"), Lignes({"<M f=premier >premier"}));
+    EXPECT_FALSE(fs::exists(racine / "OLBRIN_TT/long.txt"));
+    EXPECT_EQ(Lire(racine / "OLBRIN_TT/#SEGMENTATION_EN_COURS.txt"), Lignes({"&Segmentation"}));
 }
 
 TEST(Segmenteur, ListesManquantesOuTropLongues) {

@@ -227,6 +227,12 @@ TEST(Solveur, MatricesDegenerees) {
     proportionnelles << 1, 2, 2, 4, 3, 6;
     EXPECT_EQ(message(proportionnelles),
               "Matrice dégénérée : inertie nulle, toutes les lignes ont le même profil ; aucun facteur.");
+    // Cells that each fit but whose sums do not: named as an overflow, not as a null inertia.
+    Eigen::MatrixXd enormes(2, 2);
+    enormes << 1e308, 1e308, 1e308, 1;
+    EXPECT_EQ(message(enormes),
+              "Débordement : la somme des cellules de la matrice dépasse le plus grand nombre représentable "
+              "(environ 1,8e308) ; réduisez les valeurs de la matrice.");
 }
 
 TEST(Solveur, LectureDeLaMatrice) {
@@ -240,7 +246,7 @@ TEST(Solveur, LectureDeLaMatrice) {
     };
     // A lone CR ends a line: "\r\r" leaves an empty row in the middle, which has no cells.
     EXPECT_EQ(message("coin\tA\tB\nx\t1\t2\r\ny\t0,5\t3.25\r\rz\t7\t0\r\n"),
-              "Ligne 4 de M.txt : 0 cellules pour 2 colonnes.");
+              "Ligne 3 de la matrice (ligne 4 du fichier M.txt) : 0 cellules pour 2 colonnes.");
     Matrice m = LireMatrice("\tA\tB\nx\t1\t2\r\ny\t0,5\t3.25\rz\t7\t0\r\n\r\n\n", "M.txt");
     ASSERT_EQ(m.lignes, (std::vector<std::string>{"x", "y", "z"}));
     EXPECT_EQ(m.n(1, 0), 0.5);
@@ -249,12 +255,12 @@ TEST(Solveur, LectureDeLaMatrice) {
     EXPECT_EQ(message(""), "Matrice vide ou sans ligne d'en-tête : M.txt");
     EXPECT_EQ(message("A B\r\nx\t1\r\n"),
               "La ligne d'en-tête de M.txt ne porte aucun nom de colonne (aucune tabulation).");
-    EXPECT_EQ(message("\tA\tB\r\nx\t1\t2\t3\r\n"), "Ligne 2 de M.txt : 3 cellules pour 2 colonnes.");
-    EXPECT_EQ(message("\tA\tB\r\nx\t1\t2\r\ny\t1\r\n"), "Ligne 3 de M.txt : 1 cellules pour 2 colonnes.");
-    EXPECT_EQ(message("\tA\tB\r\nx\t1\tdeux\r\n"), "Ligne 2, colonne 2 de M.txt : « deux » n'est pas un nombre.");
-    EXPECT_EQ(message("\tA\tB\r\nx\t1\t\r\n"), "Ligne 2, colonne 2 de M.txt : «  » n'est pas un nombre.");
-    EXPECT_EQ(message("\tA\tB\r\nx\t1,2,3\t1\r\n"), "Ligne 2, colonne 1 de M.txt : « 1,2,3 » n'est pas un nombre.");
-    EXPECT_EQ(message("\tA\tB\r\nx\t4\t-3\r\n"), "Ligne 2, colonne 2 de M.txt : valeur négative « -3 ».");
+    EXPECT_EQ(message("\tA\tB\r\nx\t1\t2\t3\r\n"), "Ligne 1 de la matrice (ligne 2 du fichier M.txt) : 3 cellules pour 2 colonnes.");
+    EXPECT_EQ(message("\tA\tB\r\nx\t1\t2\r\ny\t1\r\n"), "Ligne 2 de la matrice (ligne 3 du fichier M.txt) : 1 cellules pour 2 colonnes.");
+    EXPECT_EQ(message("\tA\tB\r\nx\t1\tdeux\r\n"), "Ligne 1, colonne 2 de la matrice (ligne 2 du fichier M.txt) : « deux » n'est pas un nombre.");
+    EXPECT_EQ(message("\tA\tB\r\nx\t1\t\r\n"), "Ligne 1, colonne 2 de la matrice (ligne 2 du fichier M.txt) : «  » n'est pas un nombre.");
+    EXPECT_EQ(message("\tA\tB\r\nx\t1,2,3\t1\r\n"), "Ligne 1, colonne 1 de la matrice (ligne 2 du fichier M.txt) : « 1,2,3 » n'est pas un nombre.");
+    EXPECT_EQ(message("\tA\tB\r\nx\t4\t-3\r\n"), "Ligne 1, colonne 2 de la matrice (ligne 2 du fichier M.txt) : valeur négative « -3 ».");
     // A 19-digit count is beyond the fast integer reading and still read.
     m = LireMatrice("\tA\r\nx\t1234567890123456789\r\n", "M.txt");
     EXPECT_EQ(m.n(0, 0), 1234567890123456789.0);
@@ -326,7 +332,7 @@ TEST(Solveur, ProgrammeEtSesNeufFichiers) {
     const fs::path d2 = t2.Chemin();
     Ecrire(d2 / "M.txt", Lignes({"\ta\tb", "x\t1\t-2"}));
     EXPECT_EQ(Lancer(Options(d2) + "'" + (d2 / "M.txt").string() + "'", d2, erreurs), 1);
-    EXPECT_EQ(erreurs, "axisolve : Ligne 2, colonne 2 de " + (d2 / "M.txt").string() + " : valeur négative « -2 ».\n");
+    EXPECT_EQ(erreurs, "axisolve : Ligne 1, colonne 2 de la matrice (ligne 2 du fichier " + (d2 / "M.txt").string() + ") : valeur négative « -2 ».\n");
     EXPECT_FALSE(fs::exists(d2 / "eigen.txt"));
     Ecrire(d2 / "M.txt", Lignes({"\ta\tb", "x\t1\t2", "y\t2\t4"}));
     EXPECT_EQ(Lancer(Options(d2) + "'" + (d2 / "M.txt").string() + "'", d2, erreurs), 1);

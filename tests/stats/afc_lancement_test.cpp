@@ -203,12 +203,12 @@ TEST(Afc, ControlesDeLaMatrice) {
               "fin : Votre matrice comporte (au moins) une colonne totalisant zéro : colonne 2. Vérifiez-la.");
     // A conversion failure comes before the check of the negative cell of an earlier row.
     EXPECT_EQ(lancer({"\ta\tb", "x\t-1\t2", "y\t3\tdeux"}),
-              "erreur : Conversion impossible en nombre entier : « deux » (ligne 2, colonne 2 de " + m + ")");
+              "erreur : Conversion impossible en nombre entier : « deux » (ligne 2, colonne 2 de la matrice (ligne 3 du fichier " + m + "))");
     EXPECT_EQ(lancer({"\ta\tb", "x\t1,5\t2"}),
-              "erreur : Conversion impossible en nombre entier : « 1,5 » (ligne 1, colonne 1 de " + m + ")");
-    EXPECT_EQ(lancer({"\ta\tb", "x\t1\t2\t3"}), "erreur : Ligne 1 de la matrice " + m + " : 3 cellules pour 2 colonnes");
+              "erreur : Conversion impossible en nombre entier : « 1,5 » (ligne 1, colonne 1 de la matrice (ligne 2 du fichier " + m + "))");
+    EXPECT_EQ(lancer({"\ta\tb", "x\t1\t2\t3"}), "erreur : Ligne 1 de la matrice (ligne 2 du fichier " + m + ") : 3 cellules pour 2 colonnes");
     EXPECT_EQ(lancer({"\ta\tb", "x\t1\t2", "", "y\t1\t1"}),
-              "erreur : Ligne 2 de la matrice " + m + " : 0 cellules pour 2 colonnes");
+              "erreur : Ligne 2 de la matrice (ligne 3 du fichier " + m + ") : 0 cellules pour 2 colonnes");
     // Empty lines at the end are no rows; a solver that cannot start is an execution error.
     EXPECT_EQ(lancer({"\ta\tb", "x\t1\t2", "y\t2\t1", "", ""}),
               "erreur : Impossible de lancer le solveur " + (b.D() / "jamais_lance").generic_string() +

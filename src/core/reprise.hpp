@@ -1,0 +1,109 @@
+// Records that let a stage which was killed or stopped be run again without losing anything.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace telvoris {
+
+namespace fs = std::filesystem;
+
+// The record of a stage that rewrites texts in place after copying each one to a backup folder
+// (OLBRIN_TT/AVANT_COMP, ...). The record, a state file beside the backup folder
+// ("#EN_COURS_" + the backup folder's name + ".txt"), lists the texts whose backup is good and
+// which may have been rewritten since; it is removed when the run ends.
+//
+// A run started over an unfinished one first puts back, from the backup folder, every text the
+// record lists: the texts are then as they stood before the unfinished run, and the new run
+// gives what an uninterrupted one gives. A backup is always written and made durable before its
+// text is listed, and a text is rewritten only after it is listed, so that a half-rewritten text
+// never reaches the backup folder.
+class Reprise {
+public:
+    // `etape`: the caption of the stage's menu item, named in the messages.
+    Reprise(fs::path dossierTextes, std::string nomSauvegarde, std::string etape);
+
+    const fs::path& DossierSauvegarde() const { return sauvegarde_; }
+    const fs::path& Fichier() const { return fichier_; }
+    // True while a run (this one, or an earlier unfinished one) has its record on disk.
+    bool EnCours() const;
+
+    // When an earlier run left its record, puts its texts back from the backup folder and
+    // returns how many; nothing otherwise. Call before the stage changes anything.
+    std::optional<long long> Retablir();
+    // Starts the record of this run (after Retablir) and creates the backup folder if needed.
+    void Commencer();
+    // Writes `contenu` (the text as it stands now) as the backup of `nom` and lists it.
+    void Sauvegarder(std::string_view nom, std::string_view contenu);
+    // The text `nom`, last listed, was not rewritten after all (its rewriting failed, and a
+    // failed rewrite leaves the text whole): it leaves the record, so that a correction the
+    // person makes to it before the next run is not undone by the taking back.
+    void Retirer(std::string_view nom);
+    // The run ended: the record goes.
+    void Terminer();
+
+    // The message that tells the person that an unfinished run was taken back.
+    std::string MessageReprise(long long retablis) const;
+
+private:
+    fs::path textes_, sauvegarde_, fichier_;
+    std::string nomSauvegarde_, etape_;
+};
+
+// The marks of the builds of the tagged tree, in OLBRIN_TT: the segmentation of the texts, and
+// the derived files of the segment indexer.
+fs::path MarqueSegmentation(const fs::path& dossierTT);
+fs::path MarqueReindexation(const fs::path& dossierTT);
+
+// Refuses tagged texts that a build or a rewriting stage left half-made, with a message that
+// says what to run again (a checked precondition: FinProgramme). `sauf`: the record of the
+// calling stage itself, which its own run takes back instead.
+void ExigerTextesComplets(const fs::path& dossierTT, const fs::path& sauf = {});
+// The same, and the derived files of the segment indexer too.
+void ExigerIndexationComplete(const fs::path& dossierTT);
+
+// The mark of the exploration index's build, in the index folder, and the refusal of an index
+// that holds it.
+fs::path MarqueIndexExploration(const fs::path& dossierIndex);
+void ExigerIndexExplorationComplet(const fs::path& dossierIndex);
+
+// A mark that a build is under way in a folder: written before the build changes anything,
+// removed when it ends. A reader that finds it refuses the folder's content, which a killed or
+// stopped build left half-made.
+class MarqueChantier {
+public:
+    MarqueChantier(fs::path fichier, std::string_view etape);
+    ~MarqueChantier() = default;
+    // The build ended: the mark goes.
+    void Achever();
+    // The stage named in a mark left on disk, if there is one.
+    static std::optional<std::string> Inacheve(const fs::path& fichier);
+
+private:
+    fs::path fichier_;
+};
+
+// A group of files that must all change together (the texts and state files of a saving point
+// of a review session). Each file is first written whole beside its target; then a journal that
+// lists them is made durable; then each takes its name; then the journal goes. A journal found on
+// disk was left by a save whose files are all whole: Achever() finishes it, so that the texts and
+// the state files never stand at two different saving points.
+class EcritureGroupee {
+public:
+    explicit EcritureGroupee(fs::path journal);
+    void Ajouter(const fs::path& chemin, std::string_view contenu);
+    void Valider();
+    // The temporary beside `cible` that holds its new bytes until the group is committed.
+    static fs::path Provisoire(const fs::path& cible);
+    // Finishes the save that a journal left on disk describes; true if there was one.
+    static bool Achever(const fs::path& journal);
+
+private:
+    fs::path journal_;
+    std::vector<fs::path> cibles_;
+};
+
+}  // namespace telvoris
