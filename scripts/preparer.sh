@@ -1,5 +1,5 @@
 # Installs what the build needs when it is missing, then configures and builds (sourced).
-paquets="g++ cmake ninja-build libgtest-dev libeigen3-dev ccache libxml2-utils python3 python3-grammalecte qt6-base-dev xvfb xauth x11-utils imagemagick clang"
+paquets="g++ cmake ninja-build libgtest-dev libeigen3-dev ccache libxml2-utils python3 python3-grammalecte qt6-base-dev xvfb xauth x11-utils imagemagick clang debian-reference-fr"
 manquants=""
 for p in $paquets; do dpkg -s "$p" >/dev/null 2>&1 || manquants="$manquants $p"; done
 if [ -n "$manquants" ]; then
