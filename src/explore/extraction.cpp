@@ -7,6 +7,7 @@
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
 #include "core/liste_textes.hpp"
+#include "core/nom_fichier.hpp"
 #include "core/texte.hpp"
 
 namespace telvoris {
@@ -140,33 +141,22 @@ std::string ParPartition(std::string_view texte, Chercher&& chercher) {
     return sortie;
 }
 
-// A name taken from the person's key, made safe as one folder name.
-std::string NomDeDossier(std::string_view nom) {
-    std::string r(nom);
-    for (char& c : r)
-        if (c == '/' || c == '\\' || c == ':' || c == '*' || c == '?' || c == '"' || c == '<' || c == '>' ||
-            c == '|' || Code(c) < 32)
-            c = '_';
-    if (r == "." || r == "..") r.assign(r.size(), '_');
-    return r;
-}
-
 // The folder of an extraction under `parent`; when it exists already the person may ask for a
 // new one, named with the stamp.
 fs::path DossierExtraits(Contexte& ctx, const fs::path& parent, std::string_view libelle) {
-    fs::path dossier = Chemin(parent, NomDeDossier(libelle));
+    fs::path dossier = Chemin(parent, NomDeFichierSur(libelle));
     if (!DossierExiste(dossier)) return dossier;
     const auto reponse = ctx.dialogue.Demander(
         "Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ?"_cp, "", "O");
     if (reponse.value_or("") == "O")
-        dossier = Chemin(parent, Joindre(NomDeDossier(libelle), "_", Horodater(ctx.horloge)));
+        dossier = Chemin(parent, Joindre(NomDeFichierSur(libelle), "_", Horodater(ctx.horloge)));
     return dossier;
 }
 
 // A dated sibling when the folder exists, with no question.
 fs::path DossierDate(Contexte& ctx, const fs::path& parent, std::string_view nom) {
-    fs::path dossier = Chemin(parent, NomDeDossier(nom));
-    if (DossierExiste(dossier)) dossier = Chemin(parent, Joindre(NomDeDossier(nom), "_", Horodater(ctx.horloge)));
+    fs::path dossier = Chemin(parent, NomDeFichierSur(nom));
+    if (DossierExiste(dossier)) dossier = Chemin(parent, Joindre(NomDeFichierSur(nom), "_", Horodater(ctx.horloge)));
     return dossier;
 }
 
@@ -202,6 +192,23 @@ void Avancer(Contexte& ctx, std::string_view libelle, std::size_t i, std::size_t
     ctx.dialogue.Progression(libelle, static_cast<long long>(i) + 1, static_cast<long long>(n));
 }
 
+// Calls traiter(nom, texte) for each text of the list with its tagged text read, the bar showing;
+// the list file of the new folder gets each name for which it returns true.
+template <class Traiter>
+void PourChaqueTexteEtiquete(Contexte& ctx, const ListeTextes& liste, const fs::path& repertoire, Traiter&& traiter) {
+    EcrivainFichier noms(repertoire);
+    std::string contenu;
+    for (std::size_t t = 0; t < liste.noms.size(); ++t) {
+        const std::string& nom = liste.noms[t];
+        if (nom.empty()) continue;
+        Avancer(ctx, Joindre("Extraction : "_cp, nom), t, liste.noms.size());
+        LireFichier(Chemin(liste.doss_racine / "OLBRIN_TT", Joindre(nom, ".txt")), contenu);
+        if (traiter(nom, std::string_view(contenu))) noms.Ligne(nom);
+    }
+    noms.Fermer();
+    ctx.dialogue.MasquerProgression();
+}
+
 // The questions of the document extraction and the count.
 std::optional<std::string> DemanderCleSelection(Contexte& ctx) {
     std::string cle = ctx.dialogue.Demander("Entrez la clé de sélection"_cp, "", "").value_or("");
@@ -222,8 +229,8 @@ void QuantifierOccurrences(Contexte& ctx, Copie copie) {
     const std::string cherchee = casse ? *cle : MinusculesSimples(*cle);
     const fs::path dossier = liste->doss_racine / "REPERAGES";
     CreerDossier(dossier);
-    fs::path fichier = Chemin(dossier, Joindre(NomDeDossier(*cle), ".txt"));
-    if (FichierExiste(fichier)) fichier = Chemin(dossier, Joindre(NomDeDossier(*cle), "_", Horodater(ctx.horloge), ".txt"));
+    fs::path fichier = Chemin(dossier, Joindre(NomDeFichierSur(*cle), ".txt"));
+    if (FichierExiste(fichier)) fichier = Chemin(dossier, Joindre(NomDeFichierSur(*cle), "_", Horodater(ctx.horloge), ".txt"));
     std::vector<long long> compteurs(static_cast<std::size_t>(MAX_ANNEE_QUANTIFICATION) + 1, 0);
     std::string contenu;
     for (std::size_t t = 0; t < liste->noms.size(); ++t) {
@@ -389,19 +396,11 @@ void OperationExtrairePhrases(Contexte& ctx) {
     if (!liste) return;
     const fs::path dossier = DossierExtraits(ctx, liste->doss_racine / "EXTRAITS", LibelleExtrait(cle->items));
     CreerDossier(dossier / "ARCHIVE_BRUT");
-    EcrivainFichier repertoire(dossier / "REPERTOIRE.Txt");
-    std::string contenu;
-    for (std::size_t t = 0; t < liste->noms.size(); ++t) {
-        const std::string& nom = liste->noms[t];
-        if (nom.empty()) continue;
-        Avancer(ctx, Joindre("Extraction : "_cp, nom), t, liste->noms.size());
-        LireFichier(Chemin(liste->doss_racine / "OLBRIN_TT", Joindre(nom, ".txt")), contenu);
-        const std::string extrait = ExtrairePhrases(contenu, *cle);
+    PourChaqueTexteEtiquete(ctx, *liste, dossier / "REPERTOIRE.Txt", [&](std::string_view nom, std::string_view texte) {
+        const std::string extrait = ExtrairePhrases(texte, *cle);
         EcrireFichier(Chemin(dossier / "ARCHIVE_BRUT", Joindre(nom, ".txt")), extrait);
-        if (!extrait.empty()) repertoire.Ligne(nom);
-    }
-    repertoire.Fermer();
-    ctx.dialogue.MasquerProgression();
+        return !extrait.empty();
+    });
     ctx.dialogue.Afficher("Terminé"_cp);
 }
 
@@ -414,20 +413,12 @@ void OperationExtraireParagraphes(Contexte& ctx) {
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
     const fs::path dossier = DossierExtraits(ctx, liste->doss_racine / "EXTRAITS_2", LibelleExtrait(cle->items));
     CreerDossier(dossier / "OLBRIN_TT");
-    EcrivainFichier repertoire(dossier / "REPERTOIRE.Txt");
-    std::string contenu;
-    for (std::size_t t = 0; t < liste->noms.size(); ++t) {
-        const std::string& nom = liste->noms[t];
-        if (nom.empty()) continue;
-        Avancer(ctx, Joindre("Extraction : "_cp, nom), t, liste->noms.size());
-        LireFichier(Chemin(liste->doss_racine / "OLBRIN_TT", Joindre(nom, ".txt")), contenu);
-        const std::string extrait = ExtraireParagraphes(contenu, *cle);
-        if (extrait.empty()) continue;
+    PourChaqueTexteEtiquete(ctx, *liste, dossier / "REPERTOIRE.Txt", [&](std::string_view nom, std::string_view texte) {
+        const std::string extrait = ExtraireParagraphes(texte, *cle);
+        if (extrait.empty()) return false;
         EcrireFichier(Chemin(dossier / "OLBRIN_TT", Joindre(nom, ".txt")), extrait);
-        repertoire.Ligne(nom);
-    }
-    repertoire.Fermer();
-    ctx.dialogue.MasquerProgression();
+        return true;
+    });
     ctx.dialogue.Afficher(Joindre("Terminé en "_cp, TexteDuree(debut, ctx.horloge, Copie::Exploration)));
 }
 
@@ -474,21 +465,13 @@ void OperationExtraireExpressions(Contexte& ctx) {
     if (!liste) return;
     const fs::path dossier = DossierExtraits(ctx, liste->doss_racine / "EXTRAITS", LibelleExtrait({"un de ces", "une de ces"}));
     CreerDossier(dossier / "ARCHIVE_BRUT");
-    EcrivainFichier repertoire(dossier / "REPERTOIRE.Txt");
     long long occurrences = 0;
-    std::string contenu;
-    for (std::size_t t = 0; t < liste->noms.size(); ++t) {
-        const std::string& nom = liste->noms[t];
-        if (nom.empty()) continue;
-        Avancer(ctx, Joindre("Extraction : "_cp, nom), t, liste->noms.size());
-        LireFichier(Chemin(liste->doss_racine / "OLBRIN_TT", Joindre(nom, ".txt")), contenu);
-        const std::string extrait = ExtraireExpressions(contenu, occurrences);
-        if (extrait.empty()) continue;
+    PourChaqueTexteEtiquete(ctx, *liste, dossier / "REPERTOIRE.Txt", [&](std::string_view nom, std::string_view texte) {
+        const std::string extrait = ExtraireExpressions(texte, occurrences);
+        if (extrait.empty()) return false;
         EcrireFichier(Chemin(dossier / "ARCHIVE_BRUT", Joindre(nom, ".txt")), extrait);
-        repertoire.Ligne(nom);
-    }
-    repertoire.Fermer();
-    ctx.dialogue.MasquerProgression();
+        return true;
+    });
     ctx.dialogue.Afficher(Joindre("Terminé. "_cp, std::to_string(occurrences), " occurrences"));
 }
 

@@ -45,6 +45,15 @@ namespace telvoris {
 
 namespace {
 
+// The count of a key by year stands in the extraction menu and in the statistics work area.
+constexpr std::string_view kAideQuantifierOccurrences =
+              "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
+              "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
+              "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
+              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
+              "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
+              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)";
+
 const std::array kOperations = {
     Operation{"smn_seg", "Form2", "&Etablissement"_cp, "&Segmentation"_cp, &OperationSegmentation,
          "Segmente chaque texte de la liste, ARCHIVE_BRUT/<nom>.txt, en une balise <M ...> ou <PC ...> par mot ou ponctuation dans OLBRIN_TT/<nom>.txt, puis l'indexe : OLBRIN_TT/TEXTE_NU, TEXTE_MIN, LEXINDEX, REPERE_LIGNES, TEXTE_ETIQ, NB_PARTITIONS et METADONNEES. Dit « Segmenté et indexé en » et la durée.\n"
@@ -224,20 +233,10 @@ const std::array kOperations = {
               "\n? Le dossier d'extraits existe déjà. Voulez-vous en constituer un autre -O/N- ? "
               "(si le dossier existe) [défaut : O] (réponses : O, N)"},
     Operation{"smn_qtoc", "Form1", "Extractions"_cp, "Quantifier occurrences"_cp, &OperationQuantifierOccurrences,
-              "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
-              "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
-              "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
-              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
-              "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
-              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
+              kAideQuantifierOccurrences},
     Operation{"smn_qtoc", "Form3", "&Relevés"_cp, "Quantifier occurrences expression"_cp,
               &OperationQuantifierOccurrencesStatistiques,
-              "Compte par année les occurrences d'une chaîne dans le texte du corpus (TEXTE_MIN, ou TEXTE_NU "
-              "quand la casse est respectée) ; l'année est le nombre qui ouvre le nom du texte. Écrit "
-              "REPERAGES/<clé>.txt (ou <clé>_<date>.txt s'il existe) : année, tabulation, effectif."
-              "\n? fichier « Localiser le répertoire » (*.txt) [sans défaut] (réponses : la liste des textes du corpus)"
-              "\n? Entrez la clé de sélection [défaut : aucun] (réponses : le texte cherché)"
-              "\n? Respect de la casse (OUI/NON) ? [défaut : NON] (réponses : NON, OUI)"},
+              kAideQuantifierOccurrences},
     Operation{"smn_sepc", "Form3", "&Analyses"_cp, "Spécificités"_cp, &OperationSpecificites,
               "Compare un lexique spécifique à un lexique de référence : pour chaque item de plus de 5 occurrences présent dans la référence, écrit l'effectif, l'effectif attendu et l'écart réduit dans SPECIFICITES.txt, dans le dossier du lexique spécifique."
               "\n? fichier « LEXIQUE DE REFERENCE » (*.txt) [sans défaut] (réponses : un lexique : item, tabulation, effectif)"
