@@ -39,7 +39,7 @@
 #include "stats/projection.hpp"
 #include "stats/sequences.hpp"
 #include "stats/sequences_mois.hpp"
-#include "stats/specificites.hpp"
+#include "stats/sur_sous_emploi.hpp"
 
 namespace telvoris {
 

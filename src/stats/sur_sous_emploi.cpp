@@ -1,4 +1,4 @@
-#include "stats/specificites.hpp"
+#include "stats/sur_sous_emploi.hpp"
 
 #include <cmath>
 #include <memory>

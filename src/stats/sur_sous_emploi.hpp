@@ -1,4 +1,4 @@
-// Specificities of a sub-corpus lexicon against a reference lexicon, and the coding file that
+// Over- and under-use of the items of a sub-corpus lexicon against a reference lexicon, and the coding file that
 // colours a map from a table of reduced deviations.
 #pragma once
 

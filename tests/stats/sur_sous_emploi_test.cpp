@@ -1,4 +1,4 @@
-#include "stats/specificites.hpp"
+#include "stats/sur_sous_emploi.hpp"
 #include "stats/angulations.hpp"
 
 #include <gtest/gtest.h>
@@ -19,12 +19,12 @@ TEST(Specificites, SeuilAbsentsEtMemoOctetPourOctet) {
     Banc b;
     const auto ref = b.racine / "ref" / "REF.txt";
     const auto memo = b.racine / "ref" / "MEMO.txt";
-    const auto spec = b.racine / "sous" / "SPEC.txt";
+    const auto partiel = b.racine / "sous" / "SPEC.txt";
     // "chat" twice in the reference: the first entry is the one found.
     test::Ecrire(ref, Lignes({"de\t300", "chat\t50", "chien\t10", "le\t200", "chat\t999", "souris\t0"}));
     test::Ecrire(memo, Lignes({"N = 1000", "V = 5"}));
-    test::Ecrire(spec, Lignes({"chat\t6", "le\t5", "chien\t7", "lapin\t8", "de\t9", "souris\t0"}));
-    b.dialogue.fichiers = {ref, memo, spec};
+    test::Ecrire(partiel, Lignes({"chat\t6", "le\t5", "chien\t7", "lapin\t8", "de\t9", "souris\t0"}));
+    b.dialogue.fichiers = {ref, memo, partiel};
     b.dialogue.reponses = {"P", "T"};
     OperationSpecificites(b.ctx);
     // "le" (5) is left out, "lapin" is not in the reference, "souris" has no expectation.
