@@ -390,7 +390,7 @@ void Integrer(Contexte& ctx, std::string_view dossier, std::string_view titre) {
     // The dated copy is made even when the file dialog is cancelled.
     const BilanIntegration b = IntegrerDansStock(ctx.ressources, dossier, horodate, fichier ? &*fichier : nullptr);
     if (!fichier) return;
-    std::string message("Terminé"_cp);
+    auto message = Joindre("Terminé"_cp);
     if (b.nonRangees > 0)
         message += Joindre(" (", std::to_string(b.nonRangees),
                            " paire(s) dont la faute ne commence pas par une lettre n'ont pas de fichier : non rangées)"_cp);
