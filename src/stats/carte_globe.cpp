@@ -205,9 +205,11 @@ AnglesDetail AnglesVueDetail(double longitude, double latitude, double L, double
         if (versCentre) angle = nord ? t : 360 - t;
         else angle = nord ? 180 - t : 180 + t;
     }
-    double nouvelle = angle - P;
-    while (nouvelle < 0) nouvelle += 360;
-    while (nouvelle >= 360) nouvelle -= 360;
+    // Brought into [0, 360) in one step: a latitude read from a damaged file may be far out of
+    // range, and turning by 360 at a time would not end.
+    double nouvelle = std::fmod(angle - P, 360.0);
+    if (nouvelle < 0) nouvelle += 360;
+    if (nouvelle >= 360) nouvelle -= 360;
     AnglesDetail a;
     a.longitude = nouvelle;
     a.latitude = w >= 1 ? 90 : std::atan(w / std::sqrt(1 - w * w)) * kDegres;
