@@ -11,6 +11,9 @@ CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=Debug 
     >/dev/null
 cibles=$(cd fuzz && ls fuzz_*.cpp | sed 's/\.cpp$//')
 cmake --build build-fuzz -j2 --target $cibles
+# The targets that build corpora and indexes write many small files: a folder in memory keeps
+# them fuzzing rather than waiting on the disk.
+if [ -z "${TMPDIR:-}" ] && [ -d /dev/shm ] && [ -w /dev/shm ]; then export TMPDIR=/dev/shm; fi
 echec=0
 for c in $cibles; do
     corpus=build-fuzz/corpus/$c
