@@ -29,18 +29,23 @@ def francaise(mots):
     return fr > 0 and fr > sum(m in ANGLAIS for m in mots)
 
 
-def main():
-    args = sys.argv[1:]
-    n = int(args.pop(0)) if args and args[0].isdigit() else 1000
+def classer(n, chemins=None):
+    """The n most frequent forms as [(count, form)], most frequent first."""
     compte = collections.Counter()
-    for chemin in args or [SOURCE]:
+    for chemin in chemins or [SOURCE]:
         ouvrir = gzip.open if chemin.endswith(".gz") else open
         with ouvrir(chemin, "rt", encoding="utf-8", errors="replace") as f:
             for ligne in f:
                 mots = MOT.findall(ligne.replace("\u2019", "'").lower())
                 if francaise(mots):
                     compte.update(mots)
-    for forme, c in compte.most_common(n):
+    return [(c, forme) for forme, c in compte.most_common(n)]
+
+
+def main():
+    args = sys.argv[1:]
+    n = int(args.pop(0)) if args and args[0].isdigit() else 1000
+    for c, forme in classer(n, args):
         print("%d\t%s" % (c, forme))
     return 0
 
