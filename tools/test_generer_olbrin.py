@@ -116,6 +116,43 @@ class CoucheCourante(unittest.TestCase):
             for lecture in lectures:
                 self.assertNotIn(".N", lecture, forme)
 
+    def test_lemmes_des_lignes_courantes(self):
+        # Every lemma code of the layer cuts its form into a word: a miscounted code
+        # ("3oir" for "su") would give a lemma such as "oir" or one with a digit.
+        import re
+        mot = re.compile(r"^[a-zà-ÿœ'-]+$")
+        for forme, lectures in g.lire_courant(g.COURANT).items():
+            f = forme.decode("cp1252")
+            for lecture in lectures:
+                code = lecture.partition(".")[0]
+                chiffres = code[:len(code) - len(code.lstrip("0123456789"))]
+                lemme = f[:len(f) - int(chiffres)] + code[len(chiffres):] if chiffres else (code or f)
+                self.assertRegex(lemme, mot, "%s,%s" % (f, lecture))
+        c = g.lire_courant(g.COURANT)
+        self.assertEqual(c[b"su"], ["1avoir.V:yms"])  # savoir
+        self.assertEqual(c[cp("règles")], ["1.SF:p"])
+
+    def test_releve_de_la_revue(self):
+        # The record of the review lists the 1,000 ranked forms in rank order, and says
+        # "courante" exactly for the forms that the layer gives.
+        chemin = os.path.join(os.path.dirname(g.COURANT), "dico_courant_revue.txt")
+        c = g.lire_courant(g.COURANT)
+        rangs = []
+        with open(chemin, encoding="utf-8") as f:
+            for ligne in f:
+                if ligne.startswith("#"):
+                    continue
+                rang, compte, forme, verdict, lectures = ligne.rstrip("\n").split("\t")
+                rangs.append((int(rang), int(compte)))
+                cle = g.plier(forme.encode("cp1252", "replace"))
+                self.assertIn(verdict, ("courante", "générée", "absente"), ligne)
+                self.assertEqual(verdict == "courante", cle in c, ligne)
+                self.assertEqual(verdict == "absente", lectures == "", ligne)
+                if verdict == "courante":
+                    self.assertEqual(lectures, "/".join(c[cle]), ligne)
+        self.assertEqual([r for r, _ in rangs], list(range(1, 1001)))
+        self.assertEqual([n for _, n in rangs], sorted((n for _, n in rangs), reverse=True))
+
     def test_lignes_lues_et_erreurs(self):
         c = g.lire_courant(self.ecrire("# commentaire\n\nÉté,3être.V:yms\ndans,.B\n"))
         self.assertEqual(c, {cp("été"): ["3être.V:yms"], b"dans": [".B"]})

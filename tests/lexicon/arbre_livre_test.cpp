@@ -70,6 +70,18 @@ TEST(ArbreLivre, LecturesDesMotsCourants) {
     EXPECT_EQ(Lecture("cela"), "cela|P|");
     EXPECT_EQ(Lecture("c'"), "ce|P|");
     EXPECT_EQ(Lecture("en"), "en_O||");
+    // The prepositional "sur" and the possessive "son", which the context rules never settle
+    // against the rare adjective and noun; nouns whose verb is rare; indefinite determiners
+    // settled as function words; a noun and a current verb keep all three readings, so that
+    // the left context decides before the rule NOM can.
+    EXPECT_EQ(Lecture("sur"), "sur|B|");
+    EXPECT_EQ(Lecture("son"), "son|DXS|xs");
+    EXPECT_EQ(Lecture("source"), "source|SF|s");
+    EXPECT_EQ(Lecture("commandes"), "commande|SF|p");
+    EXPECT_EQ(Lecture("certains"), "certains_O||");
+    EXPECT_EQ(Lecture("su"), "savoir|V|yms");
+    EXPECT_EQ(Lecture("liste"), ".SF:s/0r.V:8k/0r.V:2i||");
+    EXPECT_EQ(Lecture("point"), ".SM:s/.A||");
     // A capital "E" folds to "é" before some letters: "Elles" is looked up as "élles".
     EXPECT_EQ(Lecture(Minusculiser("Elles")), "elles|P|");
     EXPECT_EQ(Lecture(Minusculiser("Erreur")), "erreur|SF|s");

@@ -17,7 +17,12 @@ M (locution figée), E (mot étranger ou coquille : compté à part).
 Un mot tranché est juste quand sa catégorie correspond (SM/SF/SW -> S ; R -> S ou J ;
 DXX… -> D ; BX, BI, B -> B ; CS -> C ; un mot-outil « _O », « _O* » ou « _O »
 de coordination -> toute catégorie fermée D, P, B, C, A) et, pour S, J, V, son lemme
-aussi. Sont imprimées les parts des mots tranchés, ambigus et inconnus, et la
+aussi. Un post-clitique (« -il », « -vous », « -t »... : les formes de
+resources/morv_res/utilitaires/POSTCLIT_DESAMB.txt et « -t ») n'a pas de case du
+dictionnaire, puisque sa première lettre est un tiret : la passe automatique le lit par
+son code de personne, qui tranche le verbe qui le précède. Il est compté à part, ni
+inconnu ni tranché. Sont imprimées les parts des mots tranchés, ambigus, inconnus et des
+post-clitiques, et la
 justesse des tranchés avec son intervalle de confiance à 95 % (Wilson). Avec
 --seuil P, la sortie vaut 1 si la justesse est sous P %. --brouillon écrit une
 référence à relire à partir des étiquettes produites. --corpus imprime seulement les
@@ -36,6 +41,17 @@ ICI = os.path.dirname(os.path.abspath(__file__))
 JETON = re.compile(r"<(MC?) ([^>]*)>")
 ATTRIBUT = re.compile(r"(\w+)=(\S*)")
 FERMEES = set("DPBCA")
+POSTCLIT = os.path.join(ICI, "..", "..", "resources", "morv_res", "utilitaires", "POSTCLIT_DESAMB.txt")
+
+
+def lire_postclitiques():
+    """The post-clitics that the context pass reads by their person code, "-t" included."""
+    formes = {"-t"}
+    for ligne in open(POSTCLIT, encoding="utf-8"):
+        forme = ligne.split("\t")[0].strip()
+        if forme:
+            formes.add(forme)
+    return formes
 
 
 def categorie_systeme(cat):
@@ -119,13 +135,16 @@ def parts_corpus(dossier):
     compte = collections.Counter()
     inconnus = collections.Counter()
     ambigus = collections.Counter()
+    postclitiques = lire_postclitiques()
     for nom in sorted(os.listdir(dossier)):
         chemin = os.path.join(dossier, nom)
         if not nom.endswith(".txt") or nom.startswith("#") or not os.path.isfile(chemin):
             continue
         with open(chemin, "rb") as f:
             for genre, forme, l in mots_du_texte(f.read().decode("cp1252")):
-                if not l:
+                if not l and forme.lower() in postclitiques:
+                    compte["post-clitiques"] += 1
+                elif not l:
                     compte["inconnus"] += 1
                     inconnus[forme] += 1
                 elif "/" in l and "." in l.split("/")[0]:
@@ -136,9 +155,9 @@ def parts_corpus(dossier):
     total = sum(compte.values())
     if not total:
         raise SystemExit("mesurer : aucun mot étiqueté dans %s" % dossier)
-    print("%d mots ; tranchés %.1f %% ; ambigus %.1f %% ; inconnus %.1f %%"
+    print("%d mots ; tranchés %.1f %% ; ambigus %.1f %% ; inconnus %.1f %% ; post-clitiques %.1f %%"
           % (total, 100.0 * compte["tranchés"] / total, 100.0 * compte["ambigus"] / total,
-             100.0 * compte["inconnus"] / total))
+             100.0 * compte["inconnus"] / total, 100.0 * compte["post-clitiques"] / total))
     print("ambigus les plus fréquents : " + ", ".join("%s %d" % x for x in ambigus.most_common(15)))
     print("inconnus les plus fréquents : " + ", ".join("%s %d" % x for x in inconnus.most_common(15)))
 
@@ -171,7 +190,8 @@ def main():
         premier = next((k for k, (m, r) in enumerate(zip(mots, reference)) if m[1] != r[0]), min(len(mots), len(reference)))
         raise SystemExit("mesurer : %d mots étiquetés pour %d lignes de référence ; premier écart au mot %d"
                          % (len(mots), len(reference), premier + 1))
-    tranches = ambigus = inconnus = justes = etrangers = 0
+    tranches = ambigus = inconnus = justes = etrangers = postclit = 0
+    postclitiques = lire_postclitiques()
     fautes = []
     for (genre, forme, l), (rforme, rlemme, rcat) in zip(mots, reference):
         if forme != rforme:
@@ -179,7 +199,9 @@ def main():
         if rcat == "E":
             etrangers += 1
             continue
-        if not l:
+        if not l and forme.lower() in postclitiques:
+            postclit += 1
+        elif not l:
             inconnus += 1
         elif "/" in l and "." in l.split("/")[0]:
             ambigus += 1
@@ -192,14 +214,15 @@ def main():
             justes += bon
             if not bon:
                 fautes.append("%s\t%s_%s\t(attendu %s_%s)" % (forme, lemme, cat, rlemme, rcat))
-    total = tranches + ambigus + inconnus
+    total = tranches + ambigus + inconnus + postclit
     bas, haut = wilson(justes, tranches)
     justesse = 100.0 * justes / tranches if tranches else 0.0
     for faute in fautes:
         print("  faux : " + faute)
     print("%d mots de référence (%d étrangers ou coquilles à part)" % (total, etrangers))
-    print("tranchés %.1f %% ; ambigus %.1f %% ; inconnus %.1f %%"
-          % (100.0 * tranches / total, 100.0 * ambigus / total, 100.0 * inconnus / total))
+    print("tranchés %.1f %% ; ambigus %.1f %% ; inconnus %.1f %% ; post-clitiques %.1f %%"
+          % (100.0 * tranches / total, 100.0 * ambigus / total, 100.0 * inconnus / total,
+             100.0 * postclit / total))
     print("justesse des tranchés %.1f %% (%d sur %d ; intervalle à 95 %% : %.1f - %.1f %%)"
           % (justesse, justes, tranches, bas, haut))
     if seuil is not None and justesse < seuil:
