@@ -1,56 +1,97 @@
 #!/usr/bin/env bash
-# Benchmark of segmentation and indexing (the "&Segmentation" operation, one thread) on a
-# reproducible press corpus built from Debian's French documentation. Usage:
-#   bench/segmentation.sh [MB]
+# Benchmark of segmentation and indexing (the "&Segmentation" operation) on one thread and on
+# several, in one run, on a reproducible press corpus built from Debian's French documentation.
+# Usage:
+#   bench/segmentation.sh [--fils "1 2"] [BUILD_FOLDER] [CORPUS | MB]
+# CORPUS is a folder with REPERTOIRE.txt and ARCHIVE_BRUT (default bench/corpus/presse_100mo);
+# a number MB instead names bench/corpus/presse_<MB>mo, built when missing. The corpus is only
+# read: its raw texts are copied into a work folder, so that it is never changed.
 # The operation writes about eleven times the raw text (tagged text and seven derived files), so
-# it is measured twice: on the disk of the corpus folder, and on a memory file system
-# (/dev/shm), which shows the program's own cost without the disk's. Each run writes its files
-# anew, as a first segmentation does. Reports MB/s of raw text (1 MB = 1,000,000 bytes) and the
-# peak resident memory, best and median of three runs. The resource tree is the one built beside
-# the executable (build/MORVENTA/morv_res, with the full generated dictionary).
+# it is measured twice: on the disk of this worktree, and on a memory file system (/dev/shm),
+# which shows the program's own cost without the disk's. Each run writes its files anew, as a
+# first segmentation does. Reports, for each thread count, MB/s of raw text over wall time
+# (1 MB = 1,000,000 bytes) and the peak resident memory, best and median of three runs, then
+# whether every thread count left the same files byte for byte. The resource tree is the one
+# built beside the executable (BUILD_FOLDER/MORVENTA/morv_res, the full generated dictionary).
 set -euo pipefail
 cd "$(dirname "$0")/.."
-mo="${1:-100}"
-. scripts/preparer.sh
-corpus="bench/corpus/presse_${mo}mo"
-if [ ! -f "$corpus/REPERTOIRE.txt" ]; then
-    bash bench/construire_corpus.sh --mo "$mo" "$corpus"
+fils="1 2"
+if [ "${1:-}" = "--fils" ]; then
+    fils="$2"
+    shift 2
+fi
+build="${1:-build}"
+corpus="${2:-bench/corpus/presse_100mo}"
+if [[ "$corpus" =~ ^[0-9]+$ ]]; then
+    corpus="bench/corpus/presse_${corpus}mo"
+    if [ ! -f "$corpus/REPERTOIRE.txt" ]; then
+        bash bench/construire_corpus.sh --mo "${corpus//[^0-9]/}" "$corpus"
+    fi
+fi
+if [ ! -x "$build/telvoris" ] || [ ! -f "$build/MORVENTA/morv_res/dico/olbrin/15t.txt" ]; then
+    cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+    cmake --build "$build" -j2 --target telvoris ressources
+fi
+if [ ! -f "$corpus/REPERTOIRE.txt" ] || [ ! -d "$corpus/ARCHIVE_BRUT" ]; then
+    echo "Corpus introuvable : $corpus (REPERTOIRE.txt et ARCHIVE_BRUT attendus)" >&2
+    exit 2
 fi
 octets=$(cat "$corpus"/ARCHIVE_BRUT/*.txt | wc -c)
 mkdir -p bench/resultats
-resultat=bench/resultats/segmentation_${mo}mo.txt
+resultat=bench/resultats/segmentation.txt
 : > "$resultat"
+echo "Segmentation et indexation (smn_seg) : $corpus, $(nproc) cœurs, charge $(cut -d' ' -f1-3 /proc/loadavg)" |
+    tee -a "$resultat"
 
-mesurer() {  # $1: corpus folder, $2: label; three runs, best and median reported
+# The bytes of every file a run left, as one sum, to compare the thread counts.
+empreinte() { (cd "$1/OLBRIN_TT" && find . -type f -print0 | sort -z | xargs -0 md5sum | md5sum | cut -c1-32); }
+
+mesurer() {  # $1: work folder, $2: label, $3: threads; three runs, best and median reported
     local secondes=() kio=0
     for essai in 1 2 3; do
         rm -rf "$1/OLBRIN_TT"
         sync
-        /usr/bin/time -v -o /tmp/telvoris_bench_time build/telvoris smn_seg \
+        /usr/bin/time -f "%e %M" -o /tmp/telvoris_bench_seg_$$ "$build/telvoris" smn_seg --fils "$3" \
             --reponse "$1/REPERTOIRE.txt" >/dev/null
-        secondes+=("$(grep 'Elapsed (wall clock)' /tmp/telvoris_bench_time | awk '{print $NF}' |
-            awk -F: '{ if (NF==3) print $1*3600+$2*60+$3; else print $1*60+$2 }')")
-        local k
-        k=$(grep 'Maximum resident set size' /tmp/telvoris_bench_time | awk '{print $NF}')
+        local s k
+        read -r s k < /tmp/telvoris_bench_seg_$$
+        secondes+=("$s")
         [ "$k" -gt "$kio" ] && kio=$k
     done
-    python3 - "$octets" "$kio" "$2" "${secondes[@]}" <<'PY' | tee -a "$resultat"
+    python3 - "$octets" "$kio" "$2" "$3" "${secondes[@]}" <<'PY' | tee -a "$resultat"
 import sys
-octets, kio, lieu = int(sys.argv[1]), int(sys.argv[2]), sys.argv[3]
-temps = sorted(float(t) for t in sys.argv[4:])
+octets, kio, lieu, fils = int(sys.argv[1]), int(sys.argv[2]), sys.argv[3], sys.argv[4]
+temps = sorted(float(t) for t in sys.argv[5:])
 mo = octets / 1e6
-print(f"{lieu} : {mo:.1f} Mo de texte brut ; meilleur {temps[0]:.2f} s ({mo/temps[0]:.1f} Mo/s), "
-      f"médiane {temps[len(temps)//2]:.2f} s ({mo/temps[len(temps)//2]:.1f} Mo/s) ; "
-      f"mémoire maximale {kio/1024:.0f} Mio")
+med = temps[len(temps) // 2]
+print(f"  {lieu}, {fils} fil(s) : {mo:.1f} Mo de texte brut ; meilleur {temps[0]:.2f} s ({mo/temps[0]:.1f} Mo/s), "
+      f"médiane {med:.2f} s ({mo/med:.1f} Mo/s) ; mémoire maximale {kio/1024:.0f} Mio")
 PY
 }
 
-mesurer "$corpus" "disque"
+comparer() {  # $1: work folder, $2: label
+    local premiere="" memes=oui
+    for n in $fils; do
+        mesurer "$1" "$2" "$n"
+        local e
+        e=$(empreinte "$1")
+        if [ -z "$premiere" ]; then premiere=$e; elif [ "$e" != "$premiere" ]; then memes=non; fi
+    done
+    echo "  $2 : fichiers identiques d'un nombre de fils à l'autre : $memes" | tee -a "$resultat"
+}
+
+disque=bench/corpus/travail_segmentation
+rm -rf "$disque"
+mkdir -p "$disque"
+cp -r "$corpus/ARCHIVE_BRUT" "$corpus/REPERTOIRE.txt" "$disque/"
+comparer "$disque" "disque"
+rm -rf "$disque"
 if [ -d /dev/shm ] && [ -w /dev/shm ]; then
-    memoire=/dev/shm/telvoris_bench_$$
+    memoire=/dev/shm/telvoris_bench_seg_$$
     rm -rf "$memoire"
     mkdir -p "$memoire"
     cp -r "$corpus/ARCHIVE_BRUT" "$corpus/REPERTOIRE.txt" "$memoire/"
-    mesurer "$memoire" "mémoire (/dev/shm)"
+    comparer "$memoire" "mémoire (/dev/shm)"
     rm -rf "$memoire"
 fi
+rm -f /tmp/telvoris_bench_seg_$$

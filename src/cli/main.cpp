@@ -1,4 +1,5 @@
 // telvoris: runs any operation of the workbench from the command line.
+#include <charconv>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -42,6 +43,8 @@ void Usage(std::ostream& os) {
           "      sans terminal, une question sans réponse prend son défaut, et une question sans défaut ou un\n"
           "      choix de fichier sans réponse arrête l'exécution (statut 2, « Réponse manquante : ... »)\n"
           "      --attendre : smn_afc attend la fin du solveur et finalise ses fichiers dans la foulée\n"
+          "      --fils N : nombre de fils de calcul des étapes qui traitent les textes un à un (segmentation,\n"
+          "      réindexation, composés, passe automatique) ; par défaut, tous les cœurs de la machine\n"
           "  telvoris exporter FICHIER [--format csv|tsv]\n"
           "      copie UTF-8 (point décimal, ligne d'en-tête) d'un lexique, d'une matrice, d'une distribution,\n"
           "      d'un résultat du solveur ou d'une projection, écrite à côté du fichier, qui reste intact\n"
@@ -75,7 +78,11 @@ struct Ligne {
     std::optional<std::string> horloge;
     bool attendre = false;
     bool aide = false;
+    unsigned fils = 0;  // 0: every core
 };
+
+// The most threads a run may ask for: beyond it, a typing error rather than a wish.
+constexpr unsigned kMaxFils = 256;
 
 // Takes the common options out of the line; what is left keeps its order. Returns false, after
 // saying why, when an option lacks its value.
@@ -103,6 +110,17 @@ bool LireLigne(int argc, char** argv, Ligne& l) {
             l.horloge = v;
         } else if (a == "--attendre") {
             l.attendre = true;
+        } else if (a == "--fils") {
+            const char* v = valeur("un nombre de fils");
+            if (!v) return false;
+            const std::string t(v);
+            unsigned n = 0;
+            const auto [fin, ec] = std::from_chars(t.data(), t.data() + t.size(), n);
+            if (ec != std::errc() || fin != t.data() + t.size() || n < 1 || n > kMaxFils) {
+                std::cerr << "--fils attend un nombre de fils de 1 à " << kMaxFils << " (reçu : « " << t << " »)\n";
+                return false;
+            }
+            l.fils = n;
         } else if (EstAide(a) && (l.mots.empty() || l.mots[0] != "requete")) {
             l.aide = true;
         } else {
@@ -154,7 +172,7 @@ int ExecuterOperation(const Operation& op, Ligne& l, const char* argv0) {
     std::optional<HorlogeFixe> fixe;
     if (horlogeFixe) fixe.emplace(*horlogeFixe);
     const Horloge& horloge = fixe ? static_cast<const Horloge&>(*fixe) : systeme;
-    Contexte contexte{dialogue, horloge, *racine};
+    Contexte contexte{dialogue, horloge, *racine, l.fils};
     try {
         op.executer(contexte);
     } catch (const ReponseManquante& e) {

@@ -13,6 +13,8 @@ struct Contexte {
     const Horloge& horloge;
     // The root of the resource tree (the folder MORVENTA/morv_res).
     std::filesystem::path ressources;
+    // The threads of the stages that work text by text; 0: every core.
+    unsigned fils = 0;
 };
 
 }  // namespace telvoris

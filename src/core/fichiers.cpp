@@ -150,6 +150,11 @@ void EcrivainFichier::Vider() {
     if (!complet) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
 }
 
+void EcrivainFichier::EcrireBloc(std::string_view bloc) {
+    if (std::fwrite(bloc.data(), 1, bloc.size(), fichier_) != bloc.size())
+        throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin_)));
+}
+
 void EcrivainFichier::Fermer() {
     if (!fichier_) return;
     const auto echec = [&] {

@@ -61,6 +61,8 @@ public:
     EcrivainFichier& operator=(const EcrivainFichier&) = delete;
 
     void Ecrire(std::string_view texte) {
+        // A large block goes straight to the file instead of through the buffer.
+        if (tampon_.empty() && texte.size() >= kTailleTampon) return EcrireBloc(texte);
         tampon_.append(texte);
         if (tampon_.size() >= kTailleTampon) Vider();
     }
@@ -82,6 +84,7 @@ private:
     // Small enough to stay in cache and be reused, so that writing does not fault in fresh pages.
     static constexpr std::size_t kTailleTampon = 64 * 1024;
     void Vider();
+    void EcrireBloc(std::string_view bloc);
     void Abandonner() noexcept;
     fs::path chemin_;
     fs::path provisoire_;

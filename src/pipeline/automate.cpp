@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/parallele.hpp"
 #include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/dictionnaire.hpp"
@@ -179,37 +180,68 @@ void OperationPasseAutomatique(Contexte& ctx) {
     // new run recorded.
     if (const auto retablis = reprise.Retablir()) ctx.dialogue.Afficher(reprise.MessageReprise(*retablis));
     reprise.Commencer();
-    std::string contenu, appliquee, sortie;
+    // Dictionary application needs nothing from the other texts and runs on the threads; the
+    // context pass numbers tokens across texts and gathers the case index, so it takes the
+    // applied lines on the calling thread, in list order.
+    struct Texte {
+        std::string contenu, appliquees;
+        std::vector<std::pair<std::size_t, long long>> lignes;  // end in `appliquees`, line number
+        CompteursDictionnaire dico;
+        std::string erreur;
+        long long ligneErreur = 0;
+    };
+    auto erreurTexte = [&](std::string_view message, std::string_view nom, long long numero) {
+        return ErreurExecution(Joindre(message, " ("_cp, TexteChemin(Chemin(dossierAvant, Joindre(nom, ".txt"))),
+                                       ", ligne "_cp, std::to_string(numero), ")"));
+    };
+    std::string sortie;
     const auto total = static_cast<long long>(liste->noms.size());
-    for (long long n = 0; n < total; ++n) {
-        const std::string& nom = liste->noms[static_cast<std::size_t>(n)];
-        ctx.dialogue.Progression("Reconnaissance"_cp, n + 1, total);
-        const fs::path cible = Chemin(dossierTT, Joindre(nom, ".txt"));
-        const fs::path copie = Chemin(dossierAvant, Joindre(nom, ".txt"));
-        LireFichier(cible, contenu);
-        reprise.Sauvegarder(nom, contenu);
-        sortie.clear();
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        bool premiere = true;
-        try {
-            while (lecteur.Suivante(ligne)) {
-                if (ligne.empty()) continue;
-                appliquee.clear();
-                AppliquerDictionnaireLigne(ligne, formes, dico, appliquee);
-                if (appliquee.empty()) continue;
-                if (!premiere) sortie.append("\r\n");
-                premiere = false;
-                contexte.TraiterLigne(appliquee, sortie);
+    TraiterDansLOrdre<Texte>(
+        liste->noms.size(), FilsEffectifs(ctx.fils),
+        [&](std::size_t n) { ctx.dialogue.Progression("Reconnaissance"_cp, static_cast<long long>(n) + 1, total); },
+        [&](std::size_t n, unsigned) {
+            Texte t;
+            LireFichier(Chemin(dossierTT, Joindre(liste->noms[n], ".txt")), t.contenu);
+            t.appliquees.reserve(t.contenu.size() + t.contenu.size() / 2);
+            LecteurLignes lecteur(t.contenu);
+            std::string_view ligne;
+            try {
+                while (lecteur.Suivante(ligne)) {
+                    if (ligne.empty()) continue;
+                    const std::size_t debut = t.appliquees.size();
+                    AppliquerDictionnaireLigne(ligne, formes, t.dico, t.appliquees);
+                    if (t.appliquees.size() != debut) t.lignes.emplace_back(t.appliquees.size(), lecteur.Numero());
+                }
+            } catch (const ErreurExecution& e) {
+                t.erreur = e.what();
+                t.ligneErreur = lecteur.Numero();
             }
-        } catch (const ErreurExecution& e) {
-            reprise.Retirer(nom);
-            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(copie), ", ligne "_cp,
-                                          std::to_string(lecteur.Numero()), ")"));
-        }
-        // The text is written whole, without a line end after its last line.
-        EcrireFichier(cible, sortie, true);
-    }
+            return t;
+        },
+        [&](std::size_t n, Texte& t) {
+            const std::string& nom = liste->noms[n];
+            reprise.Sauvegarder(nom, t.contenu);
+            sortie.clear();
+            std::size_t debut = 0;
+            for (const auto& [fin, numero] : t.lignes) {
+                if (debut != 0) sortie.append("\r\n");
+                try {
+                    contexte.TraiterLigne(std::string_view(t.appliquees).substr(debut, fin - debut), sortie);
+                } catch (const ErreurExecution& e) {
+                    reprise.Retirer(nom);
+                    throw erreurTexte(e.what(), nom, numero);
+                }
+                debut = fin;
+            }
+            if (!t.erreur.empty()) {
+                reprise.Retirer(nom);
+                throw erreurTexte(t.erreur, nom, t.ligneErreur);
+            }
+            dico.nb_univoques += t.dico.nb_univoques;
+            dico.nb_pluriels += t.dico.nb_pluriels;
+            // The text is written whole, without a line end after its last line.
+            EcrireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), sortie, true);
+        });
     contexte.EcrireIndex(dossierTT);
     reprise.Terminer();
     ctx.dialogue.MasquerProgression();

@@ -2,14 +2,16 @@
 
 #include <array>
 #include <limits>
+#include <memory>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/parallele.hpp"
 #include "core/reprise.hpp"
 #include "core/texte.hpp"
-#include "pipeline/segmenteur.hpp"
+#include "pipeline/segments_communs.hpp"
 
 namespace telvoris {
 
@@ -32,6 +34,26 @@ void AjouterNombre(std::string& s, long long v) {
     s.append(p, static_cast<std::size_t>(fin - p));
 }
 
+// One derived file of a text, built in memory on the thread that indexes the text and written
+// whole by the calling thread when the text's turn comes.
+class FichierDerive {
+public:
+    explicit FichierDerive(fs::path chemin) : chemin_(std::move(chemin)) {}
+    void Ecrire(std::string_view texte) { texte_.append(texte); }
+    void Ligne(std::string_view texte) {
+        texte_.append(texte);
+        texte_.append("\r\n");
+    }
+    std::string& Tampon() { return texte_; }
+    void FinLigne() { texte_.append("\r\n"); }
+    void Enregistrer() const { EcrireFichier(chemin_, texte_); }
+    void Prevoir(std::size_t taille) { texte_.reserve(taille); }
+
+private:
+    fs::path chemin_;
+    std::string texte_;
+};
+
 // The index of the current partition: one entry per distinct tag, kept per word bucket in the
 // order of first occurrence; the tag text is the key.
 class IndexPartition {
@@ -53,7 +75,7 @@ public:
     }
 
     // Writes the entries, bucket by bucket, and empties them.
-    void Ecrire(EcrivainFichier& sortie) {
+    void Ecrire(FichierDerive& sortie) {
         std::string ligne;
         for (int longueur = 1; longueur <= MAX_CLASSE_LONGUEUR; ++longueur) {
             for (int initiale = 1; initiale <= MAX_CLASSE_INITIALE; ++initiale) {
@@ -132,7 +154,20 @@ public:
     }
 
     void Ligne(std::string_view ligne);
+    // Room for the files of a tagged text of `taille` bytes, so that they grow without copies
+    // (their sizes relative to the tagged text, measured on press corpora, with a margin).
+    void Prevoir(std::size_t taille) {
+        etiqF_.Prevoir(taille + taille / 2);
+        nu_.Prevoir(taille / 3);
+        min_.Prevoir(taille / 3);
+        lex_.Prevoir(taille * 2 / 3);
+        reperes_.Prevoir(taille / 20);
+    }
+    // Closes the last partition; the files are then ready to be written.
     void Terminer();
+    void Enregistrer() const {
+        for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_, &nbParts_, &metas_}) f->Enregistrer();
+    }
 
 private:
     static fs::path Fichier(const fs::path& dossierTT, std::string_view dossier, const std::string& nom) {
@@ -141,7 +176,7 @@ private:
     void NouvellePartition();
 
     const ListeCasiers& courts_;
-    EcrivainFichier nu_, min_, lex_, reperes_, etiqF_, nbParts_, metas_;
+    FichierDerive nu_, min_, lex_, reperes_, etiqF_, nbParts_, metas_;
     IndexPartition index_;
     bool metaVue_ = false;
     long long nbOccurrences_ = 0;
@@ -255,7 +290,6 @@ void IndexeurTexte::Terminer() {
     AjouterNombre(n, nbOccurrences_);
     nbParts_.Ecrire(n);
     index_.Ecrire(lex_);
-    for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_, &nbParts_, &metas_}) f->Fermer();
 }
 
 }  // namespace
@@ -270,7 +304,7 @@ std::string CodePosition(long long bloc, int dansBloc) {
     return r;
 }
 
-void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dialogue) {
+void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dialogue, unsigned fils) {
     dialogue.Progression("Indexation."_cp, 0, 0);
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     if (!DossierExiste(dossierTT)) throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
@@ -278,27 +312,38 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
     for (auto dossier : kDossiers) CreerDossier(dossierTT / dossier);
     // Until the last text is done, the derived files are marked as half-made.
     MarqueChantier marque(MarqueReindexation(dossierTT), "Réindexer"_cp);
+    fils = FilsEffectifs(fils);
+    std::vector<std::string> contenus(fils);
     const auto total = static_cast<long long>(liste.noms.size());
-    std::string contenu;
-    for (long long n = 0; n < total; ++n) {
-        const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
-        // The label says "Segmentation" here too, as it always has.
-        dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp, std::to_string(total)),
-                             n + 1, total);
-        IndexeurTexte indexeur(dossierTT, nom, courts);
-        const fs::path source = Chemin(dossierTT, Joindre(nom, ".txt"));
-        LireFichier(source, contenu);
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        try {
-            while (lecteur.Suivante(ligne))
-                if (!ligne.empty()) indexeur.Ligne(ligne);
-        } catch (const ErreurExecution& e) {
-            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
-                                          std::to_string(lecteur.Numero()), ")"));
-        }
-        indexeur.Terminer();
-    }
+    TraiterDansLOrdre<std::unique_ptr<IndexeurTexte>>(
+        liste.noms.size(), fils,
+        [&](std::size_t n) {
+            // The label says "Segmentation" here too, as it always has.
+            dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp,
+                                         std::to_string(total)),
+                                 static_cast<long long>(n) + 1, total);
+        },
+        [&](std::size_t n, unsigned ouvrier) {
+            const std::string& nom = liste.noms[n];
+            auto indexeur = std::make_unique<IndexeurTexte>(dossierTT, nom, courts);
+            const fs::path source = Chemin(dossierTT, Joindre(nom, ".txt"));
+            std::string& contenu = contenus[ouvrier];
+            LireFichier(source, contenu);
+            indexeur->Prevoir(contenu.size());
+            LecteurLignes lecteur(contenu);
+            std::string_view ligne;
+            try {
+                while (lecteur.Suivante(ligne))
+                    if (!ligne.empty()) indexeur->Ligne(ligne);
+            } catch (const ErreurExecution& e) {
+                // None of the text's files is written: those of an earlier indexing stay.
+                throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
+                                              std::to_string(lecteur.Numero()), ")"));
+            }
+            indexeur->Terminer();
+            return indexeur;
+        },
+        [&](std::size_t, std::unique_ptr<IndexeurTexte>& indexeur) { indexeur->Enregistrer(); });
     marque.Achever();
 }
 
@@ -306,7 +351,7 @@ void OperationReindexation(Contexte& ctx) {
     const auto liste = ChoisirListeTextes(ctx.dialogue);
     if (!liste) return;
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
-    Indexer(*liste, ChargerCourtsFrequents(ctx.ressources), ctx.dialogue);
+    Indexer(*liste, ChargerCourtsFrequents(ctx.ressources), ctx.dialogue, ctx.fils);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(Joindre("Réindexé en "_cp, TexteDuree(debut, ctx.horloge)));
 }

@@ -16,8 +16,9 @@ inline constexpr long long MAX_BLOCS = 221LL * TAILLE_BLOC + TAILLE_BLOC - 1;
 // The three characters of the position of the n-th token of block b.
 std::string CodePosition(long long bloc, int dansBloc);
 
-// Indexes each text of the list. `courts` are the words counted without positions.
-void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dialogue);
+// Indexes each text of the list on `fils` threads (0: every core), with the same files and
+// messages as one thread gives. `courts` are the words counted without positions.
+void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dialogue, unsigned fils = 1);
 
 // The menu operation "Réindexer".
 void OperationReindexation(Contexte& contexte);

@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/parallele.hpp"
 #include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/composes.hpp"
@@ -144,7 +145,8 @@ void MarquerComposesLigne(std::string_view texte, const TableComposes& table, Co
     }
 }
 
-CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes& table, Dialogue& dialogue) {
+CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes& table, Dialogue& dialogue,
+                                 unsigned fils) {
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     if (!DossierExiste(dossierTT)) throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
     Reprise reprise(dossierTT, "AVANT_COMP", std::string("Composés"_cp));
@@ -153,32 +155,50 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
     reprise.Commencer();
     const fs::path& copie = reprise.DossierSauvegarde();
     CompteursComposes compteurs;
-    std::string contenu;
+    // A text marked on a thread; the backup, the record and the rewriting are left to the
+    // calling thread, in list order.
+    struct Texte {
+        std::string contenu, sortie, erreur;
+        CompteursComposes compteurs;
+    };
     const auto total = static_cast<long long>(liste.noms.size());
-    for (long long n = 0; n < total; ++n) {
-        const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
-        dialogue.Progression(Joindre("Marquage des composés. Fichier "_cp, std::to_string(n + 1), " de "_cp,
-                                     std::to_string(total)),
-                             n + 1, total);
-        const fs::path cible = Chemin(dossierTT, Joindre(nom, ".txt"));
-        LireFichier(cible, contenu);
-        reprise.Sauvegarder(nom, contenu);
-        EcrivainFichier sortie(cible, true);
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        try {
-            while (lecteur.Suivante(ligne)) {
-                if (ligne.empty()) continue;
-                MarquerComposesLigne(ligne, table, compteurs, sortie.Tampon());
-                sortie.FinLigne();
+    TraiterDansLOrdre<Texte>(
+        liste.noms.size(), FilsEffectifs(fils),
+        [&](std::size_t n) {
+            dialogue.Progression(Joindre("Marquage des composés. Fichier "_cp, std::to_string(n + 1), " de "_cp,
+                                         std::to_string(total)),
+                                 static_cast<long long>(n) + 1, total);
+        },
+        [&](std::size_t n, unsigned) {
+            const std::string& nom = liste.noms[n];
+            Texte t;
+            LireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), t.contenu);
+            t.sortie.reserve(t.contenu.size() + t.contenu.size() / 8);
+            LecteurLignes lecteur(t.contenu);
+            std::string_view ligne;
+            try {
+                while (lecteur.Suivante(ligne)) {
+                    if (ligne.empty()) continue;
+                    MarquerComposesLigne(ligne, table, t.compteurs, t.sortie);
+                    t.sortie.append("\r\n");
+                }
+            } catch (const ErreurExecution& e) {
+                t.erreur = Joindre(e.what(), " ("_cp, TexteChemin(Chemin(copie, Joindre(nom, ".txt"))), ", ligne "_cp,
+                                   std::to_string(lecteur.Numero()), ")");
             }
-        } catch (const ErreurExecution& e) {
-            reprise.Retirer(nom);
-            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(Chemin(copie, Joindre(nom, ".txt"))), ", ligne "_cp,
-                                          std::to_string(lecteur.Numero()), ")"));
-        }
-        sortie.Fermer();
-    }
+            return t;
+        },
+        [&](std::size_t n, Texte& t) {
+            const std::string& nom = liste.noms[n];
+            reprise.Sauvegarder(nom, t.contenu);
+            if (!t.erreur.empty()) {
+                reprise.Retirer(nom);
+                throw ErreurExecution(t.erreur);
+            }
+            EcrireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), t.sortie, true);
+            compteurs.nb_mots += t.compteurs.nb_mots;
+            compteurs.nb_composes += t.compteurs.nb_composes;
+        });
     reprise.Terminer();
     return compteurs;
 }
@@ -194,7 +214,7 @@ void OperationComposes(Contexte& ctx) {
     TableComposes table;
     ChargerComposes(table, ctx.ressources);
     ChargerNombres(ctx.ressources);  // read as the stage always did, though no rule here uses it
-    const CompteursComposes c = MarquerComposes(*liste, table, ctx.dialogue);
+    const CompteursComposes c = MarquerComposes(*liste, table, ctx.dialogue, ctx.fils);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(Joindre("Terminé en "_cp, TexteDuree(debut, ctx.horloge), ". ", std::to_string(c.nb_mots),
                                   " mots, ", std::to_string(c.nb_composes), " composés N"_cp));

@@ -22,8 +22,10 @@ void MarquerComposesLigne(std::string_view ligne, const TableComposes& table, Co
                           std::string& sortie);
 
 // Each text of the list: OLBRIN_TT/<name>.txt is copied to OLBRIN_TT/AVANT_COMP, then rewritten
-// from that copy. A corpus without OLBRIN_TT ends the program before anything is changed.
-CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes& table, Dialogue& dialogue);
+// from that copy. A corpus without OLBRIN_TT ends the program before anything is changed. The
+// texts are marked on `fils` threads (0: every core), with the same files, record and counts.
+CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes& table, Dialogue& dialogue,
+                                  unsigned fils = 1);
 
 // The menu operation "Composés".
 void OperationComposes(Contexte& contexte);

@@ -6,16 +6,13 @@
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
+#include "core/parallele.hpp"
 #include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 #include "pipeline/indexeur.hpp"
 
 namespace telvoris {
-
-bool EstLigneMetadonnees(std::string_view ligne) {
-    return ligne.size() >= 12 && ligne.starts_with("<QORX_ATTR ");
-}
 
 namespace {
 
@@ -61,12 +58,6 @@ ListesSegmentation ChargerListesSegmentation(const fs::path& racine) {
             });
         }
     }
-    return l;
-}
-
-ListeCasiers ChargerCourtsFrequents(const fs::path& racine) {
-    ListeCasiers l{"MAX_COURTS_FREQUENTS_CASE", MAX_COURTS_FREQUENTS_CASE};
-    Remplir(l, Utilitaire(racine, "courts_frequents.txt"));
     return l;
 }
 
@@ -630,46 +621,54 @@ void Preparer(std::string_view brute, std::string& ligne) {
 
 }  // namespace
 
-void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialogue& dialogue) {
+void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialogue& dialogue, unsigned fils) {
     const fs::path dossierTT = liste.doss_racine / "OLBRIN_TT";
     CreerDossier(dossierTT);
     // Until the last text is segmented, the tagged texts are marked as half-made.
     MarqueChantier marque(MarqueSegmentation(dossierTT), "&Segmentation"_cp);
-    TableJetons table;
-    std::string ligne, contenu;
+    fils = FilsEffectifs(fils);
+    // What each thread reuses from text to text.
+    struct Atelier {
+        TableJetons table;
+        std::string ligne, contenu;
+    };
+    std::vector<Atelier> ateliers(fils);
     const auto total = static_cast<long long>(liste.noms.size());
-    for (long long n = 0; n < total; ++n) {
-        const std::string& nom = liste.noms[static_cast<std::size_t>(n)];
-        dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp, std::to_string(total)),
-                             n + 1, total);
-        const fs::path source = Chemin(liste.doss_racine, Joindre("ARCHIVE_BRUT/", nom, ".txt"));
-        LireFichier(source, contenu);
-        EcrivainFichier sortieFichier(Chemin(dossierTT, Joindre(nom, ".txt")));
-        LecteurLignes lecteur(contenu);
-        std::string_view brute;
-        try {
-            while (lecteur.Suivante(brute)) {
-                if (EstLigneMetadonnees(brute)) {
-                    sortieFichier.Ligne(brute);
-                    continue;
+    TraiterDansLOrdre<std::string>(
+        liste.noms.size(), fils,
+        [&](std::size_t n) {
+            dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp,
+                                         std::to_string(total)),
+                                 static_cast<long long>(n) + 1, total);
+        },
+        [&](std::size_t n, unsigned ouvrier) {
+            Atelier& a = ateliers[ouvrier];
+            const fs::path source = Chemin(liste.doss_racine, Joindre("ARCHIVE_BRUT/", liste.noms[n], ".txt"));
+            LireFichier(source, a.contenu);
+            std::string sortie;
+            sortie.reserve(a.contenu.size() * 4);
+            LecteurLignes lecteur(a.contenu);
+            std::string_view brute;
+            try {
+                while (lecteur.Suivante(brute)) {
+                    if (EstLigneMetadonnees(brute)) {
+                        sortie.append(brute);
+                    } else {
+                        Preparer(brute, a.ligne);
+                        SegmenterLigne(a.ligne, listes, a.table, sortie);
+                    }
+                    sortie.append("\r\n");
                 }
-                Preparer(brute, ligne);
-                std::string& tampon = sortieFichier.Tampon();
-                const std::size_t debut = tampon.size();
-                try {
-                    SegmenterLigne(ligne, listes, table, tampon);
-                } catch (...) {
-                    tampon.resize(debut);  // no half line is left behind
-                    throw;
-                }
-                sortieFichier.FinLigne();
+            } catch (const ErreurExecution& e) {
+                // The text is not written at all: its old tagged file, if any, stays.
+                throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
+                                              std::to_string(lecteur.Numero()), ")"));
             }
-        } catch (const ErreurExecution& e) {
-            throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
-                                          std::to_string(lecteur.Numero()), ")"));
-        }
-        sortieFichier.Fermer();
-    }
+            return sortie;
+        },
+        [&](std::size_t n, std::string& sortie) {
+            EcrireFichier(Chemin(dossierTT, Joindre(liste.noms[n], ".txt")), sortie);
+        });
     marque.Achever();
 }
 
@@ -679,8 +678,8 @@ void OperationSegmentation(Contexte& ctx) {
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
     ctx.dialogue.Progression("Segmentation."_cp, 0, 0);
     const ListesSegmentation listes = ChargerListesSegmentation(ctx.ressources);
-    Segmenter(*liste, listes, ctx.dialogue);
-    Indexer(*liste, ChargerCourtsFrequents(ctx.ressources), ctx.dialogue);
+    Segmenter(*liste, listes, ctx.dialogue, ctx.fils);
+    Indexer(*liste, ChargerCourtsFrequents(ctx.ressources), ctx.dialogue, ctx.fils);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(Joindre("Segmenté et indexé en "_cp, TexteDuree(debut, ctx.horloge)));
 }

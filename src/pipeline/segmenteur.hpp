@@ -11,13 +11,13 @@
 #include "core/liste_textes.hpp"
 #include "lexicon/dictionnaire.hpp"
 #include "pipeline/listes.hpp"
+#include "pipeline/segments_communs.hpp"
 
 namespace telvoris {
 
 inline constexpr std::size_t MAX_ELIDES = 100;
 inline constexpr std::size_t MAX_POSTCLITIQUES = 60;
 inline constexpr std::size_t MAX_DOMAINES_CLASSE = 100;
-inline constexpr std::size_t MAX_COURTS_FREQUENTS_CASE = 100;
 inline constexpr std::size_t MAX_AVANT_APOSTROPHE = 100;
 inline constexpr std::size_t MAX_AUTOUR_APOSTROPHE = 1000;
 inline constexpr std::size_t MAX_CORRESP_HTML = 500;
@@ -36,9 +36,6 @@ struct ListesSegmentation {
 // consults are read too, so that a missing or oversized one is reported as for the others.
 ListesSegmentation ChargerListesSegmentation(const std::filesystem::path& racine);
 
-// Loads the short frequent words (by word bucket), which the indexer keeps without positions.
-ListeCasiers ChargerCourtsFrequents(const std::filesystem::path& racine);
-
 enum ClasseJeton { NOMBRE = 0, MOT = 1, SIGNE = 2, SIGLE = 3, BALISE = 4 };
 
 // The tokens of the line being segmented, in four parallel columns; slot 0 exists but is never
@@ -56,12 +53,11 @@ struct TableJetons {
 void SegmenterLigne(std::string_view ligne, const ListesSegmentation& listes, TableJetons& table,
                     std::string& sortie);
 
-// Segments each text of the list: ARCHIVE_BRUT/<name>.txt to OLBRIN_TT/<name>.txt.
-void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialogue& dialogue);
+// Segments each text of the list: ARCHIVE_BRUT/<name>.txt to OLBRIN_TT/<name>.txt, on `fils`
+// threads (0: every core), with the same files and messages as one thread gives.
+void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialogue& dialogue, unsigned fils = 1);
 
 // The menu operation "&Segmentation": segments, then indexes, the chosen list.
 void OperationSegmentation(Contexte& contexte);
-
-bool EstLigneMetadonnees(std::string_view ligne);
 
 }  // namespace telvoris

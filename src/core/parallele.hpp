@@ -1,0 +1,114 @@
+// Work done text by text on several threads, delivered on the calling thread in list order, so
+// that what a stage writes, counts and says is the same as when it goes through the texts alone.
+#pragma once
+
+#include <algorithm>
+#include <condition_variable>
+#include <cstddef>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace telvoris {
+
+// The threads a stage uses when the person does not say: every core of the machine.
+unsigned FilsParDefaut();
+// `demande` threads, 0 meaning the default.
+unsigned FilsEffectifs(unsigned demande);
+
+// For every i in [0, n): `annoncer(i)` then `livrer(i, resultat)` on the calling thread, in the
+// order of i, and `travail(i, ouvrier) -> R` on one of `fils` threads (ouvrier in [0, fils), so that
+// each thread can keep buffers of its own). Only the calling thread may talk to the person or
+// write what must appear in list order. An exception of travail(i) is thrown on the calling
+// thread where livrer(i) would have been called: what comes after i in the list is never
+// delivered. At most twice `fils` results wait at any time, which bounds the memory.
+// With one thread, or one text, everything runs on the calling thread, one text after the other.
+template <class R, class Annoncer, class Travail, class Livrer>
+void TraiterDansLOrdre(std::size_t n, unsigned fils, Annoncer&& annoncer, Travail&& travail, Livrer&& livrer) {
+    fils = static_cast<unsigned>(std::min<std::size_t>(std::max(1u, fils), std::max<std::size_t>(n, 1)));
+    if (fils <= 1) {
+        for (std::size_t i = 0; i < n; ++i) {
+            annoncer(i);
+            R r = travail(i, 0u);
+            livrer(i, r);
+        }
+        return;
+    }
+    const std::size_t fenetre = 2 * static_cast<std::size_t>(fils);
+    struct Case {
+        std::optional<R> resultat;
+        std::exception_ptr erreur;
+        bool pret = false;
+    };
+    std::vector<Case> cases(fenetre);
+    std::mutex m;
+    std::condition_variable cv;
+    std::size_t prochain = 0, livres = 0;
+    bool arret = false;
+
+    auto ouvrier = [&](unsigned numero) {
+        for (;;) {
+            std::size_t i;
+            {
+                std::unique_lock verrou(m);
+                cv.wait(verrou, [&] { return arret || prochain >= n || prochain < livres + fenetre; });
+                if (arret || prochain >= n) return;
+                i = prochain++;
+            }
+            std::optional<R> r;
+            std::exception_ptr e;
+            try {
+                r.emplace(travail(i, numero));
+            } catch (...) {
+                e = std::current_exception();
+            }
+            std::lock_guard verrou(m);
+            Case& c = cases[i % fenetre];
+            c.resultat = std::move(r);
+            c.erreur = e;
+            c.pret = true;
+            cv.notify_all();
+            // After an error nothing further is needed; the caller stops the others.
+            if (e) return;
+        }
+    };
+
+    // Stops and joins the threads however the calling thread leaves.
+    struct Equipe {
+        std::vector<std::thread> fils;
+        std::mutex& m;
+        std::condition_variable& cv;
+        bool& arret;
+        ~Equipe() {
+            {
+                std::lock_guard verrou(m);
+                arret = true;
+            }
+            cv.notify_all();
+            for (auto& t : fils) t.join();
+        }
+    } equipe{{}, m, cv, arret};
+    for (unsigned k = 0; k < fils; ++k) equipe.fils.emplace_back(ouvrier, k);
+
+    for (std::size_t i = 0; i < n; ++i) {
+        annoncer(i);
+        std::optional<R> r;
+        std::exception_ptr e;
+        {
+            std::unique_lock verrou(m);
+            Case& c = cases[i % fenetre];
+            cv.wait(verrou, [&] { return c.pret; });
+            r = std::move(c.resultat);
+            e = c.erreur;
+            c = Case{};
+            livres = i + 1;
+        }
+        cv.notify_all();
+        if (e) std::rethrow_exception(e);
+        livrer(i, *r);
+    }
+}
+
+}  // namespace telvoris
