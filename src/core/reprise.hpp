@@ -53,6 +53,36 @@ private:
     std::string nomSauvegarde_, etape_;
 };
 
+// The record of a stage that rewrites every file of a folder after copying the whole folder to a
+// dated sibling (the correction stores, rescor/rescor after rescor/rescor_<stamp>). The record, a
+// state file beside the folder ("#EN_COURS_" + the folder's name + ".txt"), is written once the
+// copy is whole and names it; it is removed when the run ends. A run started over an unfinished
+// one first puts every file back from that copy (or, when the folder was made by the unfinished
+// run, removes what it wrote), so that it neither reads a half-rewritten folder nor takes it for
+// the state to copy.
+class RepriseDossier {
+public:
+    // `etape`: the caption of the stage's menu item, named in the messages.
+    RepriseDossier(fs::path dossier, std::string etape);
+
+    const fs::path& Fichier() const { return fichier_; }
+    bool EnCours() const;
+
+    // When an earlier run left its record, puts back the files `noms` of the folder from the copy
+    // it names and returns that copy's name ("" when the folder was new, and is now removed).
+    std::optional<std::string> Retablir(const std::vector<std::string>& noms);
+    // Starts the record once the copy `copie` (a sibling's name; "" for a folder made by this run)
+    // is whole, before the first file of the folder changes.
+    void Commencer(std::string_view copie);
+    void Terminer();
+
+    std::string MessageReprise(std::string_view copie) const;
+
+private:
+    fs::path dossier_, fichier_;
+    std::string etape_;
+};
+
 // The marks of the builds of the tagged tree, in OLBRIN_TT: the segmentation of the texts, and
 // the derived files of the segment indexer.
 fs::path MarqueSegmentation(const fs::path& dossierTT);
