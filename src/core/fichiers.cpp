@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <system_error>
 
@@ -12,6 +13,21 @@
 #include <unistd.h>
 
 namespace telvoris {
+
+namespace {
+
+// The flushes to the disk can be switched off with TELVORIS_SANS_FSYNC=1, only to measure what
+// they cost (bench/fsync_petits_textes.sh); a kill still leaves whole files without them, a power
+// cut may not.
+bool Synchroniser(int fd) {
+    static const bool actif = [] {
+        const char* v = std::getenv("TELVORIS_SANS_FSYNC");
+        return v == nullptr || *v == '\0' || *v == '0';
+    }();
+    return !actif || ::fsync(fd) == 0;
+}
+
+}  // namespace
 
 std::string TexteChemin(const fs::path& chemin) { return Utf8VersCp1252(chemin.generic_string()); }
 
@@ -163,7 +179,7 @@ void EcrivainFichier::Fermer() {
         throw;
     }
     if (std::fflush(fichier_) != 0) echec();
-    if (durable_ && ::fsync(fileno(fichier_)) != 0) echec();
+    if (durable_ && !Synchroniser(fileno(fichier_))) echec();
     std::FILE* f = fichier_;
     fichier_ = nullptr;
     if (std::fclose(f) != 0) {
@@ -198,7 +214,7 @@ void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne) {
         if (n <= 0) ok = false;
         else fait += static_cast<std::size_t>(n);
     }
-    if (ok && ::fsync(fd) != 0) ok = false;
+    if (ok && !Synchroniser(fd)) ok = false;
     ::close(fd);
     if (!ok) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }
