@@ -19,12 +19,13 @@ namespace {
 // The flushes to the disk can be switched off with TELVORIS_SANS_FSYNC=1, only to measure what
 // they cost (bench/fsync_petits_textes.sh); a kill still leaves whole files without them, a power
 // cut may not.
-bool Synchroniser(int fd) {
+bool Synchroniser(int fd, bool systeme = false) {
     static const bool actif = [] {
         const char* v = std::getenv("TELVORIS_SANS_FSYNC");
         return v == nullptr || *v == '\0' || *v == '0';
     }();
-    return !actif || ::fsync(fd) == 0;
+    if (!actif) return true;
+    return (systeme ? ::syncfs(fd) : ::fsync(fd)) == 0;
 }
 
 }  // namespace
@@ -200,6 +201,14 @@ void EcrireFichier(const fs::path& chemin, std::string_view contenu, bool durabl
     EcrivainFichier e(chemin, durable);
     e.Ecrire(contenu);
     e.Fermer();
+}
+
+void SynchroniserSysteme(const fs::path& dossier) {
+    const int fd = ::open(dossier.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) throw ErreurExecution(Joindre("Dossier introuvable : "_cp, TexteChemin(dossier)));
+    const bool ok = Synchroniser(fd, true);
+    ::close(fd);
+    if (!ok) throw ErreurExecution(Joindre("Écriture impossible dans le dossier : "_cp, TexteChemin(dossier)));
 }
 
 void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne) {

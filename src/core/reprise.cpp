@@ -79,6 +79,24 @@ void Reprise::Retirer(std::string_view nom) {
 
 void Reprise::Terminer() { SupprimerDurable(fichier_); }
 
+void Reprise::Preparer(std::string_view nom, std::string_view contenu) {
+    EcrireFichier(Chemin(sauvegarde_, Joindre(nom, ".txt")), contenu);
+    if (!preparees_.empty()) preparees_.append("\r\n");
+    preparees_.append(nom);
+}
+
+void Reprise::ListerPreparees() {
+    if (preparees_.empty()) return;
+    SynchroniserSysteme(sauvegarde_);
+    AjouterLigneDurable(fichier_, preparees_);
+    preparees_.clear();
+}
+
+void Reprise::TerminerGroupe() {
+    SynchroniserSysteme(textes_);
+    Terminer();
+}
+
 std::string Reprise::MessageReprise(long long retablis) const {
     return Joindre("La fonction « "_cp, etape_, " » n'était pas allée à son terme lors de son dernier lancement : "_cp,
                    std::to_string(retablis), " texte(s) rétabli(s) depuis "_cp, nomSauvegarde_,

@@ -45,12 +45,24 @@ public:
     // The run ended: the record goes.
     void Terminer();
 
+    // The grouped form, for a stage over many small texts, where a flush a file would cost more
+    // than the work. The backups of a batch are written without flushes of their own (Preparer);
+    // then one flush of the file system makes them durable before one durable append lists them
+    // all (ListerPreparees); only then are the batch's texts rewritten, without flushes either;
+    // and TerminerGroupe flushes the file system again before the record goes. The order that a
+    // kill or a power cut must find is kept: a backup whole before it is listed, a text listed
+    // before it changes, every text durable before the record goes.
+    void Preparer(std::string_view nom, std::string_view contenu);
+    void ListerPreparees();
+    void TerminerGroupe();
+
     // The message that tells the person that an unfinished run was taken back.
     std::string MessageReprise(long long retablis) const;
 
 private:
     fs::path textes_, sauvegarde_, fichier_;
     std::string nomSauvegarde_, etape_;
+    std::string preparees_;  // the names of the batch whose backups are written, not yet listed
 };
 
 // The record of a stage that rewrites every file of a folder after copying the whole folder to a

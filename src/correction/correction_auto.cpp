@@ -224,69 +224,104 @@ std::string AppliquerCasse(std::string_view correction, std::string_view source)
     return r;
 }
 
+namespace {
+
+// A batch of texts whose backups are made durable together: small enough to hold in memory, large
+// enough that the flushes of the file system cost little beside the work.
+constexpr std::size_t kTextesParLot = 64;
+constexpr std::size_t kOctetsParLot = 8u << 20;
+
+long long CorrigerMotAMot(const std::string& contenu, const TableCorrections& table, LigneJetons& lj, std::string& mot,
+                          std::string& s) {
+    long long corrections = 0;
+    s.clear();
+    LecteurLignes lecteur(contenu);
+    std::string_view ligne;
+    while (lecteur.Suivante(ligne)) {
+        DecouperLigne(ligne, lj);
+        s.append(lj.suite[0]);
+        for (int i = 1; i <= lj.NbJetons; ++i) {
+            const std::string_view jeton = lj.jeton[i];
+            const std::string_view f = ValeurAttribut(jeton, "f");
+            Minusculiser(f, mot);
+            const auto r = f.empty() ? std::nullopt : table.Chercher(mot);
+            if (!r) {
+                s.append(jeton);
+            } else {
+                ++corrections;
+                const std::string correction = AppliquerCasse(*r, f);
+                const auto mots = Decouper(correction, " ");
+                if (mots.size() == 1) {
+                    // f's value is replaced; the rest of the tag follows the old form.
+                    const std::size_t debutF = static_cast<std::size_t>(f.data() - jeton.data());
+                    s.append(jeton.substr(0, debutF));
+                    s.append(Joindre(correction, " fx=", f));
+                    s.append(jeton.substr(debutF + f.size()));
+                } else {
+                    s.append(Joindre("<cw fx=", f, " >"));
+                    for (std::string_view w : mots) s.append(Joindre("<w f=", w, " >"));
+                    s.append("</cw>");
+                }
+            }
+            s.append(lj.suite[i]);
+        }
+        s.append("\r\n");
+    }
+    return corrections;
+}
+
+}  // namespace
+
 long long CorrectionMotAMot(const ListeTextes& liste, const TableCorrections& table, Dialogue& dialogue) {
     const fs::path tt = liste.doss_racine / "OLBRIN_TT";
-    // Each text is backed up and listed in the in-progress record just before it is rewritten, so
-    // that a run started again over a killed one first puts the listed texts back, and never
-    // copies a rewritten text over its backup.
+    // Each text is backed up and listed in the in-progress record before it is rewritten, so that
+    // a run started again over a killed one first puts the listed texts back, and never copies a
+    // rewritten text over its backup. The texts go by batches, one flush of the disk a batch.
     Reprise reprise(tt, std::string(DOSSIER_AVANT_CORMAM), std::string("Correction mot à mot sur liste"_cp));
     ExigerTextesComplets(tt, reprise.Fichier());
     if (const auto retablis = reprise.Retablir()) dialogue.Afficher(reprise.MessageReprise(*retablis));
     reprise.Commencer();
     long long corrections = 0;
     LigneJetons lj;
-    std::string contenu, mot, s;
+    std::string mot, s;
     std::unordered_set<std::string> vus;
+    struct Texte {
+        long long n;
+        fs::path cible;
+        std::string contenu;
+    };
+    std::vector<Texte> lot;
+    std::size_t octets = 0;
     const long long m = static_cast<long long>(liste.noms.size());
+    const auto traiterLot = [&] {
+        reprise.ListerPreparees();
+        for (Texte& t : lot) {
+            dialogue.Progression(Joindre("Correction mot à mot. Fichier "_cp, std::to_string(t.n), " de ", std::to_string(m)),
+                                 t.n, m);
+            corrections += CorrigerMotAMot(t.contenu, table, lj, mot, s);
+            EcrireFichier(t.cible, s);
+        }
+        lot.clear();
+        octets = 0;
+    };
     for (long long n = 1; n <= m; ++n) {
         const std::string& nom = liste.noms[static_cast<std::size_t>(n - 1)];
         if (nom.empty()) continue;
-        dialogue.Progression(Joindre("Correction mot à mot. Fichier "_cp, std::to_string(n), " de ", std::to_string(m)), n, m);
-        const fs::path cible = Chemin(tt, Joindre(nom, ".txt"));
+        Texte t{n, Chemin(tt, Joindre(nom, ".txt")), {}};
         // A name listed twice is corrected again from its backup, as the first time, so that its
         // backup keeps the text as it stood before the run.
         if (vus.insert(nom).second) {
-            LireFichier(cible, contenu);
-            reprise.Sauvegarder(nom, contenu);
+            LireFichier(t.cible, t.contenu);
+            reprise.Preparer(nom, t.contenu);
         } else {
-            LireFichier(Chemin(reprise.DossierSauvegarde(), Joindre(nom, ".txt")), contenu);
+            LireFichier(Chemin(reprise.DossierSauvegarde(), Joindre(nom, ".txt")), t.contenu);
         }
-        s.clear();
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            DecouperLigne(ligne, lj);
-            s.append(lj.suite[0]);
-            for (int i = 1; i <= lj.NbJetons; ++i) {
-                const std::string_view jeton = lj.jeton[i];
-                const std::string_view f = ValeurAttribut(jeton, "f");
-                Minusculiser(f, mot);
-                const auto r = f.empty() ? std::nullopt : table.Chercher(mot);
-                if (!r) {
-                    s.append(jeton);
-                } else {
-                    ++corrections;
-                    const std::string correction = AppliquerCasse(*r, f);
-                    const auto mots = Decouper(correction, " ");
-                    if (mots.size() == 1) {
-                        // f's value is replaced; the rest of the tag follows the old form.
-                        const std::size_t debutF = static_cast<std::size_t>(f.data() - jeton.data());
-                        s.append(jeton.substr(0, debutF));
-                        s.append(Joindre(correction, " fx=", f));
-                        s.append(jeton.substr(debutF + f.size()));
-                    } else {
-                        s.append(Joindre("<cw fx=", f, " >"));
-                        for (std::string_view w : mots) s.append(Joindre("<w f=", w, " >"));
-                        s.append("</cw>");
-                    }
-                }
-                s.append(lj.suite[i]);
-            }
-            s.append("\r\n");
-        }
-        EcrireFichier(cible, s, true);
+        octets += t.contenu.size();
+        lot.push_back(std::move(t));
+        if (lot.size() >= kTextesParLot || octets >= kOctetsParLot) traiterLot();
     }
-    reprise.Terminer();
+    traiterLot();
+    reprise.TerminerGroupe();
     return corrections;
 }
 
