@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# What the flushes to the disk cost on many small texts: "Passe automatique" (smn_aup) and
-# "Composés" (smn_cmp) over N tagged texts of about 2 KB cut from a segmented corpus, with the
-# flushes (the default) and without them (TELVORIS_SANS_FSYNC=1, for this measurement only).
+# What the flushes to the disk cost on many small texts: "Composés" (smn_cmp), "Passe
+# automatique" (smn_aup), which flush each text, its backup and its line of the in-progress record,
+# and "Correction mot à mot sur liste" (smn_cormam), which flushes by batches of 64 texts, over N
+# tagged texts of about 2 KB cut from a segmented corpus, with the flushes (the default) and
+# without them (TELVORIS_SANS_FSYNC=1, for this measurement only).
 # Usage:
 #   bench/fsync_petits_textes.sh [BUILD_FOLDER] [SEGMENTED_CORPUS] [WORK_FOLDER] [N] [RUNS]
 # WORK_FOLDER must be on a real disk (default bench/corpus/fsync_petits, not /dev/shm, where a
 # flush costs nothing). SEGMENTED_CORPUS defaults to bench/corpus/presse_100mo (its tagged texts
 # are only read). Each figure is the median of RUNS runs (default 3) on the same input, restored
-# before each.
+# before each. ETAPES=... in the environment runs only some of the three.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${1:-build}"
@@ -53,6 +55,7 @@ with open(os.path.join(dst, '..', 'REPERTOIRE.txt'), 'wb') as h:
     h.write(b''.join(x.encode() + b'\r\n' for x in liste))
 EOF
 liste="$travail/REPERTOIRE.txt"
+printf 'de\tdu\r\nle\tla\r\net\tou\r\n' >"$travail/liste_cormam.txt"
 octets=$(cat "$travail"/ENTREE/*.txt | wc -c)
 
 mesurer() {  # OPERATION SANS_FSYNC -> median seconds of the runs
@@ -63,14 +66,14 @@ mesurer() {  # OPERATION SANS_FSYNC -> median seconds of the runs
         cp "$travail"/ENTREE/*.txt "$travail/OLBRIN_TT/"
         sync
         /usr/bin/time -f "%e" -o "$travail/temps" env TELVORIS_SANS_FSYNC="$2" "$build/telvoris" "$1" \
-            --ressources "$arbre" -r "$liste" >/dev/null
+            --ressources "$arbre" $([ "$1" = smn_cormam ] && echo "-r $travail/liste_cormam.txt") -r "$liste" >/dev/null
         t+=("$(cat "$travail/temps")")
     done
     printf '%s\n' "${t[@]}" | sort -g | sed -n "$(((fois + 1) / 2))p"
 }
 
 echo "$n textes, $octets octets étiquetés, dans $travail ($(df --output=fstype "$travail" | tail -1))"
-for op in smn_cmp smn_aup; do
+for op in ${ETAPES:-smn_cmp smn_aup smn_cormam}; do
     avec=$(mesurer "$op" 0)
     sans=$(mesurer "$op" 1)
     echo "$op : avec les fsync $avec s, sans $sans s ($(awk -v a="$avec" -v s="$sans" -v n="$n" \
