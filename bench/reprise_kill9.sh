@@ -11,7 +11,8 @@
 # The kill points are a quarter, half and three quarters of the texts of the list, read from the
 # stage's in-progress record; the stage is killed as soon as the record lists that many texts, so
 # that the kill falls in the middle of the next text's rewriting. Each line of the report gives
-# the text being rewritten when killed, the message of the rerun and the result of diff -r.
+# the last text listed when killed (the one being rewritten, or the last of the batch under way
+# for the word-for-word correction, which lists by batches), the message of the rerun and the result of diff -r.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${1:-build}"
@@ -104,7 +105,7 @@ for op in $etapes; do
         d1=$(diff -r "$temoin/OLBRIN_TT" "$essai/OLBRIN_TT" | wc -l || true)
         d2=$(diff -r "$entree/OLBRIN_TT" "$essai/OLBRIN_TT/$sauvegarde" -x 'AVANT_*' -x '#*' -x 'TEXTE_*' -x 'LEXINDEX' \
             -x 'REPERE_LIGNES' -x 'NB_PARTITIONS' -x 'METADONNEES' | wc -l || true)
-        echo "  kill -9 après $listes textes sur $textes (texte en cours : $dernier)"
+        echo "  kill -9 après $listes textes sur $textes (dernier texte listé, en cours ou dans le lot en cours : $dernier)"
         echo "    relance : $message"
         if [ "$d1" -eq 0 ] && [ "$d2" -eq 0 ]; then
             echo "    diff -r avec la passe sans arrêt : aucune différence ; sauvegardes = textes d'origine"
