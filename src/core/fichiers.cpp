@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <system_error>
 
@@ -12,6 +13,22 @@
 #include <unistd.h>
 
 namespace telvoris {
+
+namespace {
+
+// The flushes to the disk can be switched off with TELVORIS_SANS_FSYNC=1, only to measure what
+// they cost (bench/fsync_petits_textes.sh); a kill still leaves whole files without them, a power
+// cut may not.
+bool Synchroniser(int fd, bool systeme = false) {
+    static const bool actif = [] {
+        const char* v = std::getenv("TELVORIS_SANS_FSYNC");
+        return v == nullptr || *v == '\0' || *v == '0';
+    }();
+    if (!actif) return true;
+    return (systeme ? ::syncfs(fd) : ::fsync(fd)) == 0;
+}
+
+}  // namespace
 
 std::string TexteChemin(const fs::path& chemin) { return Utf8VersCp1252(chemin.generic_string()); }
 
@@ -168,7 +185,7 @@ void EcrivainFichier::Fermer() {
         throw;
     }
     if (std::fflush(fichier_) != 0) echec();
-    if (durable_ && ::fsync(fileno(fichier_)) != 0) echec();
+    if (durable_ && !Synchroniser(fileno(fichier_))) echec();
     std::FILE* f = fichier_;
     fichier_ = nullptr;
     if (std::fclose(f) != 0) {
@@ -191,6 +208,14 @@ void EcrireFichier(const fs::path& chemin, std::string_view contenu, bool durabl
     e.Fermer();
 }
 
+void SynchroniserSysteme(const fs::path& dossier) {
+    const int fd = ::open(dossier.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) throw ErreurExecution(Joindre("Dossier introuvable : "_cp, TexteChemin(dossier)));
+    const bool ok = Synchroniser(fd, true);
+    ::close(fd);
+    if (!ok) throw ErreurExecution(Joindre("Écriture impossible dans le dossier : "_cp, TexteChemin(dossier)));
+}
+
 void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne) {
     const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
     if (fd < 0) throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
@@ -203,7 +228,7 @@ void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne) {
         if (n <= 0) ok = false;
         else fait += static_cast<std::size_t>(n);
     }
-    if (ok && ::fsync(fd) != 0) ok = false;
+    if (ok && !Synchroniser(fd)) ok = false;
     ::close(fd);
     if (!ok) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }

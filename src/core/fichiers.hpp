@@ -108,6 +108,10 @@ void PourChaqueLigneNonVide(const fs::path& fichier, std::string& tampon, F&& f)
 // Writes a whole file in one go, replacing the old one as a whole.
 void EcrireFichier(const fs::path& chemin, std::string_view contenu, bool durable = false);
 
+// Makes every write to the file system that holds `dossier` durable, in one call: the barrier
+// of the stages that group their flushes over many small files.
+void SynchroniserSysteme(const fs::path& dossier);
+
 // Appends a line (with CR LF) to a file and makes it durable before returning: the journal of a
 // stage, whose lines must survive whatever comes after them.
 void AjouterLigneDurable(const fs::path& chemin, std::string_view ligne);

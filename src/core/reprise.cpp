@@ -79,10 +79,76 @@ void Reprise::Retirer(std::string_view nom) {
 
 void Reprise::Terminer() { SupprimerDurable(fichier_); }
 
+void Reprise::Preparer(std::string_view nom, std::string_view contenu) {
+    EcrireFichier(Chemin(sauvegarde_, Joindre(nom, ".txt")), contenu);
+    if (!preparees_.empty()) preparees_.append("\r\n");
+    preparees_.append(nom);
+}
+
+void Reprise::ListerPreparees() {
+    if (preparees_.empty()) return;
+    SynchroniserSysteme(sauvegarde_);
+    AjouterLigneDurable(fichier_, preparees_);
+    preparees_.clear();
+}
+
+void Reprise::TerminerGroupe() {
+    SynchroniserSysteme(textes_);
+    Terminer();
+}
+
 std::string Reprise::MessageReprise(long long retablis) const {
     return Joindre("La fonction « "_cp, etape_, " » n'était pas allée à son terme lors de son dernier lancement : "_cp,
                    std::to_string(retablis), " texte(s) rétabli(s) depuis "_cp, nomSauvegarde_,
                    " avant de la relancer."_cp);
+}
+
+RepriseDossier::RepriseDossier(fs::path dossier, std::string etape)
+    : dossier_(std::move(dossier)), etape_(std::move(etape)) {
+    fichier_ = dossier_.parent_path() / ("#EN_COURS_" + dossier_.filename().string() + ".txt");
+}
+
+bool RepriseDossier::EnCours() const { return FichierExiste(fichier_); }
+
+std::optional<std::string> RepriseDossier::Retablir(const std::vector<std::string>& noms) {
+    if (!EnCours()) return std::nullopt;
+    const std::string contenu = LireFichier(fichier_);
+    LecteurLignes lecteur(contenu);
+    std::string_view ligne, copie;
+    while (lecteur.Suivante(ligne))
+        if (lecteur.Numero() == 2) copie = ligne;
+    if (copie.empty()) {
+        // The folder was made by the unfinished run: only its own files go, then the folder if
+        // nothing else is left in it.
+        for (const std::string& nom : noms) SupprimerDurable(Chemin(dossier_, nom));
+        std::error_code ec;
+        fs::remove(dossier_, ec);
+        return std::string();
+    }
+    const fs::path source = Chemin(dossier_.parent_path(), copie);
+    for (const std::string& nom : noms) {
+        const fs::path f = Chemin(source, nom);
+        if (!FichierExiste(f))
+            throw ErreurExecution(Joindre("La copie de sauvegarde manque pour rétablir le fichier « "_cp, nom, " » : "_cp,
+                                          TexteChemin(f), " (copie nommée dans "_cp, TexteChemin(fichier_), ")"));
+        EcrireFichier(Chemin(dossier_, nom), LireFichier(f), true);
+    }
+    return std::string(copie);
+}
+
+void RepriseDossier::Commencer(std::string_view copie) {
+    EcrireFichier(fichier_, Joindre(kEnTeteReprise, "\t", etape_, "\r\n", copie, "\r\n"), true);
+}
+
+void RepriseDossier::Terminer() { SupprimerDurable(fichier_); }
+
+std::string RepriseDossier::MessageReprise(std::string_view copie) const {
+    const std::string d = TexteChemin(dossier_.filename());
+    if (copie.empty())
+        return Joindre("La fonction « "_cp, etape_, " » n'était pas allée à son terme lors de son dernier lancement : "_cp,
+                       "les fichiers qu'elle avait commencé à écrire dans "_cp, d, " ont été retirés avant de la relancer."_cp);
+    return Joindre("La fonction « "_cp, etape_, " » n'était pas allée à son terme lors de son dernier lancement : "_cp, d,
+                   " a été rétabli depuis sa copie "_cp, copie, " avant de la relancer."_cp);
 }
 
 fs::path MarqueSegmentation(const fs::path& dossierTT) { return dossierTT / "#SEGMENTATION_EN_COURS.txt"; }

@@ -45,12 +45,54 @@ public:
     // The run ended: the record goes.
     void Terminer();
 
+    // The grouped form, for a stage over many small texts, where a flush a file would cost more
+    // than the work. The backups of a batch are written without flushes of their own (Preparer);
+    // then one flush of the file system makes them durable before one durable append lists them
+    // all (ListerPreparees); only then are the batch's texts rewritten, without flushes either;
+    // and TerminerGroupe flushes the file system again before the record goes. The order that a
+    // kill or a power cut must find is kept: a backup whole before it is listed, a text listed
+    // before it changes, every text durable before the record goes.
+    void Preparer(std::string_view nom, std::string_view contenu);
+    void ListerPreparees();
+    void TerminerGroupe();
+
     // The message that tells the person that an unfinished run was taken back.
     std::string MessageReprise(long long retablis) const;
 
 private:
     fs::path textes_, sauvegarde_, fichier_;
     std::string nomSauvegarde_, etape_;
+    std::string preparees_;  // the names of the batch whose backups are written, not yet listed
+};
+
+// The record of a stage that rewrites every file of a folder after copying the whole folder to a
+// dated sibling (the correction stores, rescor/rescor after rescor/rescor_<stamp>). The record, a
+// state file beside the folder ("#EN_COURS_" + the folder's name + ".txt"), is written once the
+// copy is whole and names it; it is removed when the run ends. A run started over an unfinished
+// one first puts every file back from that copy (or, when the folder was made by the unfinished
+// run, removes what it wrote), so that it neither reads a half-rewritten folder nor takes it for
+// the state to copy.
+class RepriseDossier {
+public:
+    // `etape`: the caption of the stage's menu item, named in the messages.
+    RepriseDossier(fs::path dossier, std::string etape);
+
+    const fs::path& Fichier() const { return fichier_; }
+    bool EnCours() const;
+
+    // When an earlier run left its record, puts back the files `noms` of the folder from the copy
+    // it names and returns that copy's name ("" when the folder was new, and is now removed).
+    std::optional<std::string> Retablir(const std::vector<std::string>& noms);
+    // Starts the record once the copy `copie` (a sibling's name; "" for a folder made by this run)
+    // is whole, before the first file of the folder changes.
+    void Commencer(std::string_view copie);
+    void Terminer();
+
+    std::string MessageReprise(std::string_view copie) const;
+
+private:
+    fs::path dossier_, fichier_;
+    std::string etape_;
 };
 
 // The marks of the builds of the tagged tree, in OLBRIN_TT: the segmentation of the texts, and

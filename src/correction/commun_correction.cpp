@@ -117,17 +117,6 @@ long long LireEntier(std::string_view texte, const fs::path& fichier, long long 
     return v;
 }
 
-void SauvegarderTextes(const ListeTextes& liste, std::string_view dossier) {
-    const fs::path tt = liste.doss_racine / "OLBRIN_TT";
-    const fs::path avant = Chemin(tt, dossier);
-    CreerDossier(avant);
-    for (const std::string& nom : liste.noms) {
-        if (nom.empty()) continue;
-        const std::string fichier = Joindre(nom, ".txt");
-        CopierFichier(Chemin(tt, fichier), Chemin(avant, fichier));
-    }
-}
-
 std::vector<std::string> ListeUtilitaire(const fs::path& racine, std::string_view nom, std::string_view limite,
                                          std::size_t max) {
     return LireListeBornee(FichierUtilitaire(racine, nom), limite, max);

@@ -68,10 +68,6 @@ std::string Endroit(const fs::path& fichier, long long ligne);
 // The line has no tab: the error names it, its file and its number.
 [[noreturn]] void LigneSansTabulation(std::string_view ligne, const fs::path& fichier, long long numero);
 
-// Copies each text of the list from OLBRIN_TT into OLBRIN_TT/<dossier> (created when missing),
-// replacing older copies, so that the folder holds the state before the run.
-void SauvegarderTextes(const ListeTextes& liste, std::string_view dossier);
-
 // A small list of words, one a line, at most `max` (blank lines skipped).
 std::vector<std::string> ListeUtilitaire(const fs::path& racine, std::string_view nom, std::string_view limite,
                                          std::size_t max);

@@ -1,11 +1,13 @@
 #include "correction/correction_auto.hpp"
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "correction/commun_correction.hpp"
 #include "lexicon/arbre.hpp"
@@ -174,6 +176,7 @@ void OperationCorrectionAutomatique(Contexte& ctx) {
     if (!liste) return;
     d.Progression("Corrections."_cp, 0, 0);
     if (!DossierExiste(liste->doss_racine / "OLBRIN_TT")) throw FinProgramme(std::string("Dossier OLBRIN_TT absent"_cp));
+    ExigerTextesComplets(liste->doss_racine / "OLBRIN_TT");
     const CompteursCorrection c = CorrectionAutomatique(*liste, l, horodate, d);
     d.MasquerProgression();
     d.Afficher(Joindre("Terminé !"_cp, "\r\n", std::to_string(c.mots), " mots\r\n", std::to_string(c.inconnus),
@@ -221,55 +224,104 @@ std::string AppliquerCasse(std::string_view correction, std::string_view source)
     return r;
 }
 
+namespace {
+
+// A batch of texts whose backups are made durable together: small enough to hold in memory, large
+// enough that the flushes of the file system cost little beside the work.
+constexpr std::size_t kTextesParLot = 64;
+constexpr std::size_t kOctetsParLot = 8u << 20;
+
+long long CorrigerMotAMot(const std::string& contenu, const TableCorrections& table, LigneJetons& lj, std::string& mot,
+                          std::string& s) {
+    long long corrections = 0;
+    s.clear();
+    LecteurLignes lecteur(contenu);
+    std::string_view ligne;
+    while (lecteur.Suivante(ligne)) {
+        DecouperLigne(ligne, lj);
+        s.append(lj.suite[0]);
+        for (int i = 1; i <= lj.NbJetons; ++i) {
+            const std::string_view jeton = lj.jeton[i];
+            const std::string_view f = ValeurAttribut(jeton, "f");
+            Minusculiser(f, mot);
+            const auto r = f.empty() ? std::nullopt : table.Chercher(mot);
+            if (!r) {
+                s.append(jeton);
+            } else {
+                ++corrections;
+                const std::string correction = AppliquerCasse(*r, f);
+                const auto mots = Decouper(correction, " ");
+                if (mots.size() == 1) {
+                    // f's value is replaced; the rest of the tag follows the old form.
+                    const std::size_t debutF = static_cast<std::size_t>(f.data() - jeton.data());
+                    s.append(jeton.substr(0, debutF));
+                    s.append(Joindre(correction, " fx=", f));
+                    s.append(jeton.substr(debutF + f.size()));
+                } else {
+                    s.append(Joindre("<cw fx=", f, " >"));
+                    for (std::string_view w : mots) s.append(Joindre("<w f=", w, " >"));
+                    s.append("</cw>");
+                }
+            }
+            s.append(lj.suite[i]);
+        }
+        s.append("\r\n");
+    }
+    return corrections;
+}
+
+}  // namespace
+
 long long CorrectionMotAMot(const ListeTextes& liste, const TableCorrections& table, Dialogue& dialogue) {
     const fs::path tt = liste.doss_racine / "OLBRIN_TT";
-    SauvegarderTextes(liste, DOSSIER_AVANT_CORMAM);
-    const fs::path avant = Chemin(tt, DOSSIER_AVANT_CORMAM);
+    // Each text is backed up and listed in the in-progress record before it is rewritten, so that
+    // a run started again over a killed one first puts the listed texts back, and never copies a
+    // rewritten text over its backup. The texts go by batches, one flush of the disk a batch.
+    Reprise reprise(tt, std::string(DOSSIER_AVANT_CORMAM), std::string("Correction mot à mot sur liste"_cp));
+    ExigerTextesComplets(tt, reprise.Fichier());
+    if (const auto retablis = reprise.Retablir()) dialogue.Afficher(reprise.MessageReprise(*retablis));
+    reprise.Commencer();
     long long corrections = 0;
     LigneJetons lj;
-    std::string contenu, mot;
+    std::string mot, s;
+    std::unordered_set<std::string> vus;
+    struct Texte {
+        long long n;
+        fs::path cible;
+        std::string contenu;
+    };
+    std::vector<Texte> lot;
+    std::size_t octets = 0;
     const long long m = static_cast<long long>(liste.noms.size());
+    const auto traiterLot = [&] {
+        reprise.ListerPreparees();
+        for (Texte& t : lot) {
+            dialogue.Progression(Joindre("Correction mot à mot. Fichier "_cp, std::to_string(t.n), " de ", std::to_string(m)),
+                                 t.n, m);
+            corrections += CorrigerMotAMot(t.contenu, table, lj, mot, s);
+            EcrireFichier(t.cible, s);
+        }
+        lot.clear();
+        octets = 0;
+    };
     for (long long n = 1; n <= m; ++n) {
         const std::string& nom = liste.noms[static_cast<std::size_t>(n - 1)];
         if (nom.empty()) continue;
-        dialogue.Progression(Joindre("Correction mot à mot. Fichier "_cp, std::to_string(n), " de ", std::to_string(m)), n, m);
-        const std::string fichier = Joindre(nom, ".txt");
-        LireFichier(Chemin(avant, fichier), contenu);
-        EcrivainFichier sortie(Chemin(tt, fichier));
-        LecteurLignes lecteur(contenu);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            DecouperLigne(ligne, lj);
-            std::string& s = sortie.Tampon();
-            s.append(lj.suite[0]);
-            for (int i = 1; i <= lj.NbJetons; ++i) {
-                const std::string_view jeton = lj.jeton[i];
-                const std::string_view f = ValeurAttribut(jeton, "f");
-                Minusculiser(f, mot);
-                const auto r = f.empty() ? std::nullopt : table.Chercher(mot);
-                if (!r) {
-                    s.append(jeton);
-                } else {
-                    ++corrections;
-                    const std::string correction = AppliquerCasse(*r, f);
-                    const auto mots = Decouper(correction, " ");
-                    if (mots.size() == 1) {
-                        // f's value is replaced; the rest of the tag follows the old form.
-                        const std::size_t debutF = static_cast<std::size_t>(f.data() - jeton.data());
-                        s.append(jeton.substr(0, debutF));
-                        s.append(Joindre(correction, " fx=", f));
-                        s.append(jeton.substr(debutF + f.size()));
-                    } else {
-                        s.append(Joindre("<cw fx=", f, " >"));
-                        for (std::string_view w : mots) s.append(Joindre("<w f=", w, " >"));
-                        s.append("</cw>");
-                    }
-                }
-                s.append(lj.suite[i]);
-            }
-            sortie.FinLigne();
+        Texte t{n, Chemin(tt, Joindre(nom, ".txt")), {}};
+        // A name listed twice is corrected again from its backup, as the first time, so that its
+        // backup keeps the text as it stood before the run.
+        if (vus.insert(nom).second) {
+            LireFichier(t.cible, t.contenu);
+            reprise.Preparer(nom, t.contenu);
+        } else {
+            LireFichier(Chemin(reprise.DossierSauvegarde(), Joindre(nom, ".txt")), t.contenu);
         }
+        octets += t.contenu.size();
+        lot.push_back(std::move(t));
+        if (lot.size() >= kTextesParLot || octets >= kOctetsParLot) traiterLot();
     }
+    traiterLot();
+    reprise.TerminerGroupe();
     return corrections;
 }
 
@@ -303,7 +355,7 @@ struct EntreeStock {
 }  // namespace
 
 BilanIntegration IntegrerDansStock(const fs::path& racine, std::string_view dossierStock, std::string_view horodate,
-                                   const fs::path* nouvelles) {
+                                   const fs::path* nouvelles, std::string_view etape, Dialogue& dialogue) {
     const fs::path stock = Chemin(racine, dossierStock);
     const std::size_t barre = dossierStock.rfind('/');
     const std::string nomStock(dossierStock.substr(barre + 1));
@@ -331,14 +383,20 @@ BilanIntegration IntegrerDansStock(const fs::path& racine, std::string_view doss
         casiers[i].push_back({std::string(fautive), std::string(correcte), 1});
     };
 
+    std::vector<std::string> fichiers;
+    for (int l = 1; l <= MAX_CLASSE_LONGUEUR; ++l)
+        for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) fichiers.push_back(NomFichierCasier(l, c));
+    // A run killed while it rewrote the store left it half old, half new: it is put back from the
+    // copy that run made before anything else reads it.
+    RepriseDossier reprise(stock, std::string(etape));
+    std::optional<std::string> retablie = reprise.Retablir(fichiers);
+    if (retablie) dialogue.Afficher(reprise.MessageReprise(*retablie));
+    std::string copieFaite;
     if (DossierExiste(stock)) {
-        const fs::path copie = Chemin(stock.parent_path(), Joindre(nomStock, "_", horodate));
+        copieFaite = Joindre(nomStock, "_", horodate);
+        const fs::path copie = Chemin(stock.parent_path(), copieFaite);
         CreerDossier(copie);
-        for (int l = 1; l <= MAX_CLASSE_LONGUEUR; ++l)
-            for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
-                const std::string nom = NomFichierCasier(l, c);
-                CopierFichier(Chemin(stock, nom), Chemin(copie, nom));
-            }
+        for (const std::string& nom : fichiers) CopierFichier(Chemin(stock, nom), Chemin(copie, nom));
         std::string contenu;
         for (int l = kPremiereClasseChargee; l <= MAX_CLASSE_LONGUEUR; ++l)
             for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
@@ -355,7 +413,10 @@ BilanIntegration IntegrerDansStock(const fs::path& racine, std::string_view doss
     }
     BilanIntegration bilan;
     // Cancelled at the file dialog: the dated copy stays, the store is not rewritten.
-    if (!nouvelles) return bilan;
+    if (!nouvelles) {
+        if (retablie) reprise.Terminer();
+        return bilan;
+    }
     {
         const std::string contenu = LireFichier(*nouvelles);
         const std::string source = TexteChemin(*nouvelles);
@@ -374,21 +435,24 @@ BilanIntegration IntegrerDansStock(const fs::path& racine, std::string_view doss
             ajouter(cle, mot, droite.substr(0, droite.find('\t')), true, source);
         }
     }
+    reprise.Commencer(copieFaite);
     for (int l = 1; l <= MAX_CLASSE_LONGUEUR; ++l)
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
-            EcrivainFichier f(FichierCasier(racine, dossierStock, l, c));
-            for (const EntreeStock& e : casiers[indice({l, c})]) f.Ligne(Joindre(e.fautive, "\t", e.correcte));
+            std::string texte;
+            for (const EntreeStock& e : casiers[indice({l, c})]) texte += Joindre(e.fautive, "\t", e.correcte, "\r\n");
+            EcrireFichier(FichierCasier(racine, dossierStock, l, c), texte, true);
         }
+    reprise.Terminer();
     return bilan;
 }
 
 namespace {
 
-void Integrer(Contexte& ctx, std::string_view dossier, std::string_view titre) {
+void Integrer(Contexte& ctx, std::string_view dossier, std::string_view titre, std::string_view etape) {
     const std::string horodate = Horodater(ctx.horloge);
     const auto fichier = ctx.dialogue.ChoisirFichier(titre, kFiltreTexte);
     // The dated copy is made even when the file dialog is cancelled.
-    const BilanIntegration b = IntegrerDansStock(ctx.ressources, dossier, horodate, fichier ? &*fichier : nullptr);
+    const BilanIntegration b = IntegrerDansStock(ctx.ressources, dossier, horodate, fichier ? &*fichier : nullptr, etape, ctx.dialogue);
     if (!fichier) return;
     auto message = Joindre("Terminé"_cp);
     if (b.nonRangees > 0)
@@ -400,11 +464,11 @@ void Integrer(Contexte& ctx, std::string_view dossier, std::string_view titre) {
 }  // namespace
 
 void OperationIntegrationRescor(Contexte& ctx) {
-    Integrer(ctx, DOSSIER_RESCOR, "Localiser le fichier des corrections récentes"_cp);
+    Integrer(ctx, DOSSIER_RESCOR, "Localiser le fichier des corrections récentes"_cp, "Intégration d'éléments à \"rescor\""_cp);
 }
 
 void OperationIntegrationIncor(Contexte& ctx) {
-    Integrer(ctx, DOSSIER_INCOR, "Localiser le fichier des in-corrections récentes"_cp);
+    Integrer(ctx, DOSSIER_INCOR, "Localiser le fichier des in-corrections récentes"_cp, "Intégration à \"incor\""_cp);
 }
 
 }  // namespace telvoris

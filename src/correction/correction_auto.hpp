@@ -50,13 +50,15 @@ std::string AppliquerCasse(std::string_view correction, std::string_view source)
 long long CorrectionMotAMot(const ListeTextes& liste, const TableCorrections& table, Dialogue& dialogue);
 
 // Adds the pairs of a file to a store folder ("rescor/rescor" or "incor/incor") after a dated
-// copy of it; returns the number of pairs read.
+// copy of it; returns the number of pairs read. A run killed while it rewrote the store is taken
+// back first (the store put back from its copy, and `etape` named in a message).
 struct BilanIntegration {
     long long paires = 0;
     long long nonRangees = 0;  // faults whose first character files them in no bucket file
 };
 BilanIntegration IntegrerDansStock(const std::filesystem::path& racine, std::string_view dossierStock,
-                                   std::string_view horodate, const std::filesystem::path* nouvelles);
+                                   std::string_view horodate, const std::filesystem::path* nouvelles,
+                                   std::string_view etape, Dialogue& dialogue);
 
 void OperationCorrectionAutomatique(Contexte& ctx);  // smn_crator
 void OperationCorrectionMotAMot(Contexte& ctx);      // smn_cormam

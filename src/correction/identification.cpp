@@ -6,6 +6,7 @@
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/jetons.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "correction/commun_correction.hpp"
 #include "correction/reperage.hpp"
@@ -91,6 +92,8 @@ SessionIdentification SessionIdentification::Ouvrir(const fs::path& doss_racine,
     s.racine_ = doss_racine;
     s.manquants_ = Chemin(doss_racine, DOSSIER_MANQUANTS);
     s.famille_ = std::string(famille);
+    // A save that a kill cut short is finished first: its files are all whole.
+    if (DossierExiste(s.manquants_)) EcritureGroupee::Achever(s.JournalSauvegarde());
 
     const fs::path suggestions = s.manquants_ / "CORR_SUGGESTIONS.txt";
     if (FichierExiste(suggestions)) {
@@ -265,39 +268,40 @@ void SessionIdentification::Quitter() {
 
 void SessionIdentification::Sauver() {
     const std::size_t jusqua = std::min(courant_, cas_.size());
-    {
-        EcrivainFichier trx(racine_ / "MANQUANTS_TRX.txt");
-        for (std::size_t i = 0; i < jusqua; ++i)
-            for (const std::string& l : cas_[i].decision) trx.Ligne(l);
-    }
-    std::array<std::unique_ptr<EcrivainFichier>, 6> listes;
+    // The decision lists, the progress and the candidates of one saving point change together:
+    // a kill in the middle of the save leaves the journal, and the next opening finishes it.
+    EcritureGroupee groupe(JournalSauvegarde());
+    std::string trx;
+    for (std::size_t i = 0; i < jusqua; ++i)
+        for (const std::string& l : cas_[i].decision) trx += Joindre(l, "\r\n");
+    groupe.Ajouter(racine_ / "MANQUANTS_TRX.txt", trx);
     const std::array<std::pair<char, std::string_view>, 5> fichiers = {{{'0', "DICO_GEN.txt"},
                                                                          {'1', "DICO_PARTIC.txt"},
                                                                          {'2', "CORRECTIONS.txt"},
                                                                          {'3', "INCORRECTIONS.txt"},
                                                                          {'5', "ETRANGERS.txt"}}};
-    std::array<EcrivainFichier*, 10> parCode{};
-    for (std::size_t k = 0; k < fichiers.size(); ++k) {
-        listes[k] = std::make_unique<EcrivainFichier>(manquants_ / std::string(fichiers[k].second));
-        parCode[static_cast<std::size_t>(fichiers[k].first - '0')] = listes[k].get();
-    }
+    std::array<std::string, 5> listes;
     for (std::size_t i = 0; i < jusqua; ++i)
         for (const std::string& l : cas_[i].decision) {
             const std::size_t tab = l.find('\t');
             if (tab != 1 || l[0] < '0' || l[0] > '9') continue;
-            if (EcrivainFichier* f = parCode[static_cast<std::size_t>(l[0] - '0')]) f->Ligne(std::string_view(l).substr(2));
+            for (std::size_t k = 0; k < fichiers.size(); ++k)
+                if (fichiers[k].first == l[0]) listes[k] += Joindre(std::string_view(l).substr(2), "\r\n");
         }
-    for (auto& l : listes)
-        if (l) l->Fermer();
-    EcrireFichier(Chemin(manquants_, Joindre("ETAT_", famille_, ".txt")), std::to_string(courant_));
+    for (std::size_t k = 0; k < fichiers.size(); ++k) groupe.Ajouter(manquants_ / std::string(fichiers[k].second), listes[k]);
+    groupe.Ajouter(Chemin(manquants_, Joindre("ETAT_", famille_, ".txt")), std::to_string(courant_));
     for (const auto& [nom, candidats] : {std::pair{"CANDIDATS_COMP.txt", &candidatsComp_},
                                           std::pair{"CANDIDATS_NOMP.txt", &candidatsNomp_}}) {
         const fs::path f = manquants_ / nom;
         std::string contenu = FichierExiste(f) ? LireFichier(f) : std::string();
         for (const std::string& c : *candidats) contenu += Joindre(c, "\r\n");
-        EcrireFichier(f, contenu);
-        candidats->clear();
+        groupe.Ajouter(f, contenu);
     }
+    groupe.Valider();
+    candidatsComp_.clear();
+    candidatsNomp_.clear();
 }
+
+fs::path SessionIdentification::JournalSauvegarde() const { return manquants_ / "#SAUVEGARDE_EN_COURS.txt"; }
 
 }  // namespace telvoris

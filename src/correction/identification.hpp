@@ -94,6 +94,8 @@ private:
     void Decider(std::string ligne, bool avancer);
     void Avancer();
 
+    // The journal of a save under way (see EcritureGroupee).
+    std::filesystem::path JournalSauvegarde() const;
     std::filesystem::path racine_, manquants_;
     std::string famille_;
     std::vector<CasInconnu> cas_;

@@ -3,6 +3,7 @@
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
+#include "core/reprise.hpp"
 #include "core/jetons.hpp"
 #include "core/texte.hpp"
 #include "correction/correction_auto.hpp"
@@ -158,6 +159,7 @@ void OperationMotsColles(Contexte& ctx) {
     const fs::path tt = liste->doss_racine / "OLBRIN_TT";
     if (!DossierExiste(tt))
         throw FinProgramme(Joindre("Il n'existe pas de dossier pour cette étape : "_cp, TexteChemin(tt)));
+    ExigerIndexationComplete(tt);
     ListesMotsColles l;
     ChargerListesMotsColles(l, ctx.ressources);
     const BilanMotsColles b = RechercherMotsColles(*liste, l, d);
@@ -233,6 +235,7 @@ void OperationReparationsSignes(Contexte& ctx) {
     if (!liste) return;
     if (!DossierExiste(liste->doss_racine / "OLBRIN_TT"))
         throw FinProgramme(std::string("Ressources non constituées. Vérifiez"_cp));
+    ExigerTextesComplets(liste->doss_racine / "OLBRIN_TT");
     ReparerTextes(*liste, d);
     d.MasquerProgression();
     d.Afficher(Joindre("Terminé en "_cp, TexteDuree(debut, ctx.horloge)));

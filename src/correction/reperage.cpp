@@ -7,6 +7,7 @@
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
 #include "core/horloge.hpp"
+#include "core/reprise.hpp"
 #include "core/texte.hpp"
 #include "correction/commun_correction.hpp"
 
@@ -176,6 +177,9 @@ void OperationReperageInconnus(Contexte& ctx) {
     const bool tousRepertoires = tous && *tous == "0";
     const auto liste = ChoisirListeTextes(d);
     if (!liste) return;
+    // The concordances read the derived files of the segment indexer.
+    if (p.concordances && DossierExiste(liste->doss_racine / "OLBRIN_TT"))
+        ExigerIndexationComplete(liste->doss_racine / "OLBRIN_TT");
     const fs::path manquants = Manquants(*liste);
     if (DossierExiste(manquants)) {
         const auto r = d.Demander("CONFIRMEZ PAR 'O' L'ECRASEMENT DU DOSSIER EXISTANT"_cp, "ATTENTION", "O");

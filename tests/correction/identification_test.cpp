@@ -4,6 +4,7 @@
 
 #include "core/erreurs.hpp"
 #include "core/horloge.hpp"
+#include "core/reprise.hpp"
 #include "correction/arbre_correction.hpp"
 
 namespace telvoris {
@@ -136,6 +137,40 @@ TEST(Identification, ModeleRetourSuggestionsEtBornes) {
     // A wrong family fails at the list.
     EXPECT_NE(test::MessageErreur([&] { SessionIdentification::Ouvrir(b.corpus, "XX", b.res, b.d); }).find("LISTE_XX.txt"),
               std::string::npos);
+}
+
+// A save killed after its files were all written whole, before they took their names: the next
+// opening finishes it, so the lists and the progress stand at the same saving point; a save
+// killed before its journal was written leaves the previous saving point whole.
+TEST(Identification, SauvegardeCoupeeFinieALOuverture) {
+    Banc b;
+    SessionIdentification s = b.Ouvrir();
+    for (int i = 0; i < 9; ++i) s.Choisir(4);  // items 1 to 9: nothing; saving point at 10
+    EXPECT_EQ(Lire(b.m / "ETAT_FC.txt"), "10");
+    const std::string incorrections = Lire(b.m / "INCORRECTIONS.txt");
+    EXPECT_EQ(Lire(b.corpus / "MANQUANTS_TRX.txt").substr(0, 9), "3\tchatt\r\n");
+    EXPECT_FALSE(fs::exists(b.m / "#SAUVEGARDE_EN_COURS.txt"));
+
+    // Cut before the journal: new bytes beside the files, which stay as they were.
+    const fs::path journal = b.m / "#SAUVEGARDE_EN_COURS.txt";
+    {
+        EcritureGroupee g(journal);
+        g.Ajouter(b.m / "ETAT_FC.txt", "11");
+        g.Ajouter(b.m / "INCORRECTIONS.txt", "tout autre\r\n");
+    }
+    SessionIdentification s2 = b.Ouvrir();
+    EXPECT_EQ(s2.Courant(), 11u);
+    EXPECT_EQ(Lire(b.m / "INCORRECTIONS.txt"), incorrections);
+
+    // Cut after the journal: every file of the group takes its name at the opening.
+    test::Ecrire(journal, Lignes({"ETAT_FC.txt", "INCORRECTIONS.txt", "../MANQUANTS_TRX.txt"}));
+    test::Ecrire(EcritureGroupee::Provisoire(b.corpus / "MANQUANTS_TRX.txt"), "3\tmot11\r\n");
+    SessionIdentification s3 = b.Ouvrir();
+    EXPECT_EQ(s3.Courant(), 12u);
+    EXPECT_EQ(Lire(b.m / "INCORRECTIONS.txt"), "tout autre\r\n");
+    EXPECT_EQ(Lire(b.corpus / "MANQUANTS_TRX.txt"), "3\tmot11\r\n");
+    EXPECT_FALSE(fs::exists(journal));
+    EXPECT_FALSE(fs::exists(EcritureGroupee::Provisoire(b.m / "ETAT_FC.txt")));
 }
 
 }  // namespace
