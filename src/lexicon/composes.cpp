@@ -5,6 +5,7 @@
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 #include "lexicon/dictionnaire.hpp"
+#include "lexicon/reprise_dico.hpp"
 
 namespace telvoris {
 
@@ -83,6 +84,7 @@ void TableComposes::Vider() {
 }
 
 void ChargerComposes(TableComposes& table, const std::filesystem::path& racine) {
+    ExigerDictionnaireComplet(RepriseComposes(racine));
     table.Vider();
     std::string contenu;
     for (int mots = MAX_MOTS_COMPOSE; mots >= MIN_MOTS_COMPOSE; --mots) {

@@ -102,6 +102,19 @@ std::string RepriseDictionnaire::MessageReprise(long long retablis) const {
                    " »."_cp);
 }
 
+void ExigerDictionnaireComplet(const fs::path& enregistrement) {
+    if (!FichierExiste(enregistrement)) return;
+    const std::string contenu = LireFichier(enregistrement);
+    LecteurLignes lecteur(contenu);
+    std::string_view tete;
+    lecteur.Suivante(tete);
+    const auto tab = tete.find('\t');
+    const std::string etape(tab == std::string_view::npos ? std::string_view("?") : tete.substr(tab + 1));
+    throw FinProgramme(Joindre("Le dictionnaire est incomplet : la fonction « "_cp, etape,
+                               " » n'est pas allée à son terme (trace : "_cp, TexteChemin(enregistrement),
+                               "). Relancez-la : elle le rétablit depuis sa sauvegarde avant de reprendre."_cp));
+}
+
 fs::path RepriseOlbrin(const fs::path& racine) { return Chemin(racine, "dico/#EN_COURS_olbrin.txt"); }
 fs::path RepriseComposes(const fs::path& racine) { return Chemin(racine, "dico/comp/#EN_COURS_comp.txt"); }
 

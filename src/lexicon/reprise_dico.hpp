@@ -52,4 +52,8 @@ inline constexpr std::string_view LIBELLE_ECRITURE_DICO = "Écriture du dictionn
 fs::path RepriseOlbrin(const fs::path& racine);
 fs::path RepriseComposes(const fs::path& racine);
 
+// Refuses a dictionary that a rewrite left half-made (its record on disk), with a message that
+// names the operation to run again (a checked precondition: FinProgramme).
+void ExigerDictionnaireComplet(const fs::path& enregistrement);
+
 }  // namespace telvoris

@@ -12,6 +12,8 @@
 #include "core/horloge.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
+#include "lexicon/composes.hpp"
+#include "lexicon/dictionnaire.hpp"
 #include "lexicon/dico_composes.hpp"
 #include "lexicon/integration.hpp"
 #include "lexicon/maintenance.hpp"
@@ -192,19 +194,33 @@ TEST(RepriseDictionnaire, EnregistrementMalFormeOuSauvegardeAbsente) {
     test::ContenuArbre a;
     a.dico = {"chat,.SM:s"};
     test::ConstruireArbre(r, a);
-    Ecrire(RepriseOlbrin(r), Lignes({"#EN_COURS\tIntégration", "olbrin_261124_0900\tolbrin"}));
+    Ecrire(RepriseOlbrin(r), Utf8VersCp1252(Lignes({"#EN_COURS\tIntégration", "olbrin_261124_0900\tolbrin"})));
     Ecrire(r / "apports.txt", Lignes({"chats,chat,SMP"}));
     std::string m = MessageErreur([&] { Lancer(&OperationIntegrationFormes, r, r / "apports.txt", kPremier); });
     EXPECT_NE(m.find("La sauvegarde manque pour rétablir le dictionnaire"), std::string::npos) << m;
     EXPECT_NE(m.find("olbrin_261124_0900"), std::string::npos) << m;
     EXPECT_NE(m.find("#EN_COURS_olbrin.txt, ligne 2"), std::string::npos) << m;
-    Ecrire(RepriseOlbrin(r), Lignes({"#EN_COURS\tIntégration", "olbrin"}));
+    Ecrire(RepriseOlbrin(r), Utf8VersCp1252(Lignes({"#EN_COURS\tIntégration", "olbrin"})));
     m = MessageErreur([&] { Lancer(&OperationIntegrationFormes, r, r / "apports.txt", kPremier); });
     EXPECT_NE(m.find("#EN_COURS_olbrin.txt, ligne 2 : « sauvegarde<TAB>dossier » attendu : olbrin"), std::string::npos)
         << m;
     // Nothing was changed, and the record stays for the person to look at.
     EXPECT_EQ(Lire(FichierCasier(r, DOSSIER_DICO, 4, 3)), Lignes({"chat,.SM:s"}));
     EXPECT_TRUE(FichierExiste(RepriseOlbrin(r)));
+    // The stages that read the dictionary refuse it meanwhile, naming what to run again.
+    TableFormes formes;
+    try {
+        ChargerDico(formes, r, true);
+        ADD_FAILURE() << "dictionnaire incomplet accepté";
+    } catch (const FinProgramme& e) {
+        EXPECT_EQ(Cp1252VersUtf8(e.what()),
+                  "Le dictionnaire est incomplet : la fonction « Intégration » n'est pas allée à son terme (trace : " +
+                      Cp1252VersUtf8(TexteChemin(RepriseOlbrin(r))) +
+                      "). Relancez-la : elle le rétablit depuis sa sauvegarde avant de reprendre.");
+    }
+    Ecrire(RepriseComposes(r), Lignes({"#EN_COURS\tSuppression de lignes", "svg/amb\tamb"}));
+    TableComposes composes;
+    EXPECT_THROW(ChargerComposes(composes, r), FinProgramme);
 }
 
 }  // namespace
