@@ -409,7 +409,9 @@ void OperationDictionnaireCorpus(Contexte& ctx) {
     ctx.dialogue.Progression("Dictionnaire du corpus"_cp, 0, 0);
     IntegrerPropositions(dico, fichier, &rapport);
     rapport.Fermer();
-    dico.Ecrire(dossier, true);
+    // Built anew from the proposals alone, and each file replaced whole: a rerun after an
+    // interruption gives the same folder, with nothing to put back first.
+    dico.Ecrire(dossier, true, &ctx.dialogue);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(MessageFin(debut, ctx.horloge, dico.Compteurs()));
 }
@@ -429,7 +431,9 @@ void OperationFusionDictionnaires(Contexte& ctx) {
             IntegrerLignesDictionnaire(dico, second / NomFichierCasier(l, c), &rapport);
         }
     rapport.Fermer();
-    dico.Ecrire(Chemin(ctx.ressources, "dico/olbrin_fus"), true);
+    // dico/olbrin and dico/olbrin_2 are only read: a rerun after an interruption gives the same
+    // olbrin_fus.
+    dico.Ecrire(Chemin(ctx.ressources, "dico/olbrin_fus"), true, &ctx.dialogue);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(MessageFin(debut, ctx.horloge, dico.Compteurs()));
 }

@@ -188,6 +188,42 @@ TEST(RepriseDictionnaire, IntegrationDesComposesCoupeeRelancee) {
     }
 }
 
+// The fusion and the corpus dictionary only read the dictionaries they start from: cut short,
+// their rerun gives the same folder, and they leave no record.
+TEST(RepriseDictionnaire, FusionEtDictionnaireDuCorpusRelances) {
+    DossierTemporaire d;
+    const fs::path r = d.Chemin();
+    test::ContenuArbre a;
+    a.dico = {"aime,0r.V:1a", "grand,.J:ms", "table,.SF:s"};
+    test::ConstruireArbre(r, a);
+    for (int l = 1; l <= 15; ++l)
+        for (int c = 1; c <= 20; ++c) Ecrire(FichierCasier(r, "dico/olbrin_2", l, c), "");
+    Ecrire(FichierCasier(r, "dico/olbrin_2", 4, 1), Lignes({"aime,0r.V:3a"}));
+    Ecrire(FichierCasier(r, "dico/olbrin_2", 5, 7), Lignes({"grand,.SM:s"}));
+    Ecrire(FichierCasier(r, "dico/olbrin_2", 6, 20), Lignes({"tables,1.SF:p"}));
+    Ecrire(r / "corpus/apports.txt", Lignes({"chats,chat,SMP", "chat,chat,SMS", "tables,table,SFP"}));
+
+    Lancer(&OperationFusionDictionnaires, r, {}, kPremier);
+    Lancer(&OperationDictionnaireCorpus, r, r / "corpus/apports.txt", kPremier);
+    const auto fusion = Arbo(Chemin(r, "dico/olbrin_fus"));
+    const auto corpus = Arbo(r / "corpus/DICO_CORPUS");
+    ASSERT_EQ(fusion.at("4a.txt"), Lignes({"aime,0r.V:8a"}));
+    ASSERT_EQ(fusion.size(), 300u);
+    fs::remove_all(Chemin(r, "dico/olbrin_fus"));
+    fs::remove_all(r / "corpus/DICO_CORPUS");
+
+    for (const int k : {70, 200}) {
+        MessageErreur([&] { Lancer(&OperationFusionDictionnaires, r, {}, kPremier, k); });
+        MessageErreur([&] { Lancer(&OperationDictionnaireCorpus, r, r / "corpus/apports.txt", kPremier, k); });
+        EXPECT_EQ(Arbo(Chemin(r, "dico/olbrin_fus")).size(), static_cast<std::size_t>(k - 1));
+        EXPECT_FALSE(FichierExiste(RepriseOlbrin(r)));
+    }
+    Lancer(&OperationFusionDictionnaires, r, {}, kPremier);
+    Lancer(&OperationDictionnaireCorpus, r, r / "corpus/apports.txt", kPremier);
+    EXPECT_EQ(Arbo(Chemin(r, "dico/olbrin_fus")), fusion);
+    EXPECT_EQ(Arbo(r / "corpus/DICO_CORPUS"), corpus);
+}
+
 TEST(RepriseDictionnaire, EnregistrementMalFormeOuSauvegardeAbsente) {
     DossierTemporaire d;
     const fs::path r = d.Chemin();
