@@ -96,8 +96,10 @@ TEST(RepriseDictionnaire, IntegrationCoupeeRelanceeCommeSansCoupure) {
             MessageErreur([&] { Lancer(&OperationIntegrationFormes, r, r / "apports.txt", kPremier, k); });
         EXPECT_EQ(m, "coupure simulée");
         ASSERT_TRUE(FichierExiste(RepriseOlbrin(r)));
-        EXPECT_EQ(Lire(RepriseOlbrin(r)), Lignes({"#EN_COURS\tInt\xE9gration", "olbrin_261124_1200\tolbrin"}));
-        if (k > 61) EXPECT_EQ(Lire(FichierCasier(r, DOSSIER_DICO, 4, 1)), Lignes({"aime,0r.V:8a/0r.V:1e"}));
+        EXPECT_EQ(Lire(RepriseOlbrin(r)),
+                  Utf8VersCp1252(Lignes({"#EN_COURS\tIntégration", "olbrin_261124_1200\tolbrin"})));
+        // "aime" (file 61) was rewritten before the cut.
+        EXPECT_EQ(Lire(FichierCasier(r, DOSSIER_DICO, 4, 1)), Lignes({"aime,0r.V:8a/0r.V:1e"}));
 
         const auto messages = Lancer(&OperationIntegrationFormes, r, r / "apports.txt", kSecond);
         ASSERT_EQ(messages.size(), 2u);
