@@ -5,6 +5,7 @@
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 #include "lexicon/dictionnaire.hpp"
+#include "lexicon/reprise_dico.hpp"
 
 namespace telvoris {
 
@@ -22,7 +23,10 @@ std::string SegmentCompose(std::string_view ligne) {
     const std::size_t virgule = ligne.find(',');
     const std::string_view cle = ligne.substr(0, virgule);
     const std::string_view droite = virgule == std::string_view::npos ? std::string_view{} : ligne.substr(virgule + 1);
-    const Interpretation i = CouperInterpretation(droite);
+    // The validation session writes its readings without a dot ("key,SF:s"): no part stands
+    // before a dot, so the lemma is the key, as with an empty part.
+    const std::string pointee = droite.find('.') == std::string_view::npos ? Joindre(".", droite) : std::string();
+    const Interpretation i = CouperInterpretation(pointee.empty() ? droite : std::string_view(pointee));
     std::string segment(cle);
     segment += '/';
     if (i.lemme_code.empty()) {
@@ -83,6 +87,7 @@ void TableComposes::Vider() {
 }
 
 void ChargerComposes(TableComposes& table, const std::filesystem::path& racine) {
+    ExigerDictionnaireComplet(RepriseComposes(racine));
     table.Vider();
     std::string contenu;
     for (int mots = MAX_MOTS_COMPOSE; mots >= MIN_MOTS_COMPOSE; --mots) {

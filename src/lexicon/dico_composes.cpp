@@ -10,6 +10,7 @@
 #include "lexicon/arbre.hpp"
 #include "lexicon/dictionnaire.hpp"
 #include "lexicon/integration.hpp"
+#include "lexicon/reprise_dico.hpp"
 
 namespace telvoris {
 
@@ -249,6 +250,11 @@ bool TableCellulesComposes::Inserer(std::string_view proposition, const fs::path
 
 namespace {
 
+void AvancerEcriture(Dialogue& d, int w, int c) {
+    d.Progression(LIBELLE_ECRITURE_DICO, (w - MIN_MOTS_COMPOSE) * MAX_CLASSE_INITIALE + c,
+                  (MAX_MOTS_COMPOSE - MIN_MOTS_COMPOSE + 1) * MAX_CLASSE_INITIALE);
+}
+
 // Reads the amb and namb files (W 2 to 8, a to t) into the table; `svg` receives a copy of
 // each line read when given.
 void ChargerCellules(TableCellulesComposes& t, const fs::path& racine, bool copieSvg) {
@@ -380,6 +386,10 @@ void OperationIdentificationComposes(Contexte& ctx) {
 
 void OperationIntegrationComposes(Contexte& ctx) {
     Dialogue& d = ctx.dialogue;
+    // An unfinished run left some cells rewritten: they come back from svg before svg is made
+    // anew from them.
+    RepriseDictionnaire reprise(RepriseComposes(ctx.ressources), std::string("Intégration des composés"_cp));
+    if (const auto n = reprise.Retablir()) d.Afficher(reprise.MessageReprise(*n));
     d.Progression("Chargement du dictionnaire"_cp, 0, 0);
     TableFormes formes;
     ChargerDico(formes, ctx.ressources, false);
@@ -394,13 +404,17 @@ void OperationIntegrationComposes(Contexte& ctx) {
     if (!fichier || fichier->empty()) throw ErreurExecution("Fichier introuvable : (aucun fichier choisi)");
     d.Progression("Intégration des composés"_cp, 0, 0);
     InsererPropositions(table, *fichier);
+    reprise.Commencer({{Chemin(ctx.ressources, DOSSIER_COMPOSES_AMB), Chemin(ctx.ressources, "dico/comp/svg/amb")},
+                       {Chemin(ctx.ressources, DOSSIER_COMPOSES_NAMB), Chemin(ctx.ressources, "dico/comp/svg/namb")}});
     for (int w = MIN_MOTS_COMPOSE; w <= MAX_MOTS_COMPOSE; ++w)
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c)
             for (int classe : {CLASSE_AMB, CLASSE_NAMB}) {
+                AvancerEcriture(d, w, c);
                 EcrivainFichier f(FichierCasier(ctx.ressources, DossierClasse(classe), w, c));
                 for (const auto& l : table.Cellule(classe, w, c)) f.Ligne(l);
                 f.Fermer();
             }
+    reprise.Terminer();
     TableComposants composants;
     ComposantsDesCles(table, formes, composants, false);
     composants.Ecrire(FichierUtilitaire(ctx.ressources, "COMPOSANTS.txt"));
@@ -444,10 +458,21 @@ void OperationPasserAmbNamb(Contexte& ctx) {
         const int w = NombreMots(l);
         if (w <= MAX_MOTS_CLE) ambigus[static_cast<std::size_t>(w)].emplace(l);
     });
+    RepriseDictionnaire reprise(RepriseComposes(racine), std::string("Passer de comp amb à nomb"_cp));
+    if (const auto n = reprise.Retablir()) ctx.dialogue.Afficher(reprise.MessageReprise(*n));
+    // The amb class is rewritten in place: a whole copy goes to svg/amb first, so that a run cut
+    // short can be taken back (CONTROLE.txt is made anew by the next run).
+    const fs::path svg = Chemin(racine, "dico/comp/svg/amb");
+    CreerDossier(svg);
+    for (int w = MIN_MOTS_COMPOSE; w <= MAX_MOTS_COMPOSE; ++w)
+        for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c)
+            CopierFichier(FichierCasier(racine, DOSSIER_COMPOSES_AMB, w, c), svg / NomFichierCasier(w, c));
+    reprise.Commencer({{Chemin(racine, DOSSIER_COMPOSES_AMB), svg}});
     EcrivainFichier controle(Chemin(racine, "dico/comp/CONTROLE.txt"));
     std::vector<std::string> gardees;
     for (int w = MIN_MOTS_COMPOSE; w <= MAX_MOTS_COMPOSE; ++w)
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
+            AvancerEcriture(ctx.dialogue, w, c);
             const fs::path f = FichierCasier(racine, DOSSIER_COMPOSES_AMB, w, c);
             gardees.clear();
             PourChaqueLigneNonVide(f, contenu, [&](std::string_view l) {
@@ -459,6 +484,8 @@ void OperationPasserAmbNamb(Contexte& ctx) {
             e.Fermer();
         }
     controle.Fermer();
+    reprise.Terminer();
+    ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher("Terminé"_cp);
 }
 
@@ -468,6 +495,8 @@ void OperationSuppressionComposes(Contexte& ctx) {
     if (!classeTexte || (*classeTexte != "amb" && *classeTexte != "namb"))
         throw FinProgramme("Choixi mpossible : 'amb' ou 'namb'");
     const int classe = *classeTexte == "amb" ? CLASSE_AMB : CLASSE_NAMB;
+    RepriseDictionnaire reprise(RepriseComposes(ctx.ressources), std::string("Suppression de lignes"_cp));
+    if (const auto n = reprise.Retablir()) d.Afficher(reprise.MessageReprise(*n));
     const fs::path svg = Chemin(ctx.ressources, Joindre("dico/comp/svg/", *classeTexte));
     CreerDossier(svg);
     TableCellulesComposes table;
@@ -495,13 +524,17 @@ void OperationSuppressionComposes(Contexte& ctx) {
                 ++faites;
             }
     });
+    reprise.Commencer({{Chemin(ctx.ressources, DossierClasse(classe)), svg}});
     for (int w = MIN_MOTS_COMPOSE; w <= MAX_MOTS_COMPOSE; ++w)
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
+            AvancerEcriture(d, w, c);
             EcrivainFichier f(FichierCasier(ctx.ressources, DossierClasse(classe), w, c));
             for (const auto& l : table.Cellule(classe, w, c))
                 if (!l.empty()) f.Ligne(l);
             f.Fermer();
         }
+    reprise.Terminer();
+    d.MasquerProgression();
     d.Afficher(Joindre("Terminé. "_cp, std::to_string(faites), " suppressions pour ", std::to_string(demandes),
                        " demandées."_cp));
 }

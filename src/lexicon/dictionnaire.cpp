@@ -7,6 +7,7 @@
 #include "core/hachage.hpp"
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
+#include "lexicon/reprise_dico.hpp"
 
 namespace telvoris {
 
@@ -266,6 +267,7 @@ void VerifierFinDeFichier(std::string_view contenu, const fs::path& fichier) {
 }
 
 void ChargerDico(TableFormes& table, const fs::path& racine, bool avecInterpretations) {
+    ExigerDictionnaireComplet(RepriseOlbrin(racine));
     std::string contenu;
     PourChaqueCasier([&](int l, int c) {
         const fs::path fichier = FichierCasier(racine, DOSSIER_DICO, l, c);

@@ -7,6 +7,7 @@
 #include "core/texte.hpp"
 #include "lexicon/arbre.hpp"
 #include "lexicon/dictionnaire.hpp"
+#include "lexicon/reprise_dico.hpp"
 
 namespace telvoris {
 
@@ -189,10 +190,13 @@ void DictionnaireLignes::Charger(const fs::path& dossier) {
         }
 }
 
-void DictionnaireLignes::Ecrire(const fs::path& dossier, bool tous) const {
+void DictionnaireLignes::Ecrire(const fs::path& dossier, bool tous, Dialogue* dialogue) const {
     CreerDossier(dossier);
     for (int l = 1; l <= MAX_CLASSE_LONGUEUR; ++l)
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) {
+            if (dialogue)
+                dialogue->Progression(LIBELLE_ECRITURE_DICO, (l - 1) * MAX_CLASSE_INITIALE + c,
+                                      MAX_CLASSE_LONGUEUR * MAX_CLASSE_INITIALE);
             const Casier& casier = At(l, c);
             if (casier.lignes.empty() && !tous) continue;
             EcrivainFichier f(dossier / NomFichierCasier(l, c));
@@ -359,12 +363,16 @@ fs::path Choisir(Dialogue& d, std::string_view titre) {
 }
 
 // The integrations into dico/olbrin itself: backup first, then load, report, merge and write.
-void IntegrerDansOlbrin(Contexte& ctx, std::string_view titre, bool lignesPretes) {
+void IntegrerDansOlbrin(Contexte& ctx, std::string_view etape, std::string_view titre, bool lignesPretes) {
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
     const std::string horodate = Horodater(ctx.horloge);
+    // A run cut short while writing left a dictionary half merged: it is put back first, so that
+    // the proposals are not merged twice into some buckets.
+    RepriseDictionnaire reprise(RepriseOlbrin(ctx.ressources), std::string(etape));
+    if (const auto n = reprise.Retablir()) ctx.dialogue.Afficher(reprise.MessageReprise(*n));
     ctx.dialogue.Progression("Sauvegarde du dictionnaire"_cp, 0, 0);
     CreerDossier(Chemin(ctx.ressources, DOSSIER_ACCENTS));
-    SauvegarderDictionnaire(ctx.ressources, horodate);
+    const fs::path sauvegarde = SauvegarderDictionnaire(ctx.ressources, horodate);
     ctx.dialogue.Progression("Chargement du dictionnaire"_cp, 0, 0);
     DictionnaireLignes dico;
     dico.Charger(Chemin(ctx.ressources, DOSSIER_DICO));
@@ -374,17 +382,21 @@ void IntegrerDansOlbrin(Contexte& ctx, std::string_view titre, bool lignesPretes
     if (lignesPretes) IntegrerLignesDictionnaire(dico, fichier, &rapport);
     else IntegrerPropositions(dico, fichier, &rapport);
     rapport.Fermer();
-    dico.Ecrire(Chemin(ctx.ressources, DOSSIER_DICO), false);
+    reprise.Commencer({{Chemin(ctx.ressources, DOSSIER_DICO), sauvegarde}});
+    dico.Ecrire(Chemin(ctx.ressources, DOSSIER_DICO), false, &ctx.dialogue);
+    reprise.Terminer();
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(MessageFin(debut, ctx.horloge, dico.Compteurs()));
 }
 
 }  // namespace
 
-void OperationIntegrationFormes(Contexte& ctx) { IntegrerDansOlbrin(ctx, "Localiser le fichier d'apports", false); }
+void OperationIntegrationFormes(Contexte& ctx) {
+    IntegrerDansOlbrin(ctx, "Intégration"_cp, "Localiser le fichier d'apports", false);
+}
 
 void OperationIntegrationLignes(Contexte& ctx) {
-    IntegrerDansOlbrin(ctx, "Localiser le fichier de lignes de dictionnaire", true);
+    IntegrerDansOlbrin(ctx, "Intégration de lignes"_cp, "Localiser le fichier de lignes de dictionnaire", true);
 }
 
 void OperationDictionnaireCorpus(Contexte& ctx) {
@@ -397,7 +409,9 @@ void OperationDictionnaireCorpus(Contexte& ctx) {
     ctx.dialogue.Progression("Dictionnaire du corpus"_cp, 0, 0);
     IntegrerPropositions(dico, fichier, &rapport);
     rapport.Fermer();
-    dico.Ecrire(dossier, true);
+    // Built anew from the proposals alone, and each file replaced whole: a rerun after an
+    // interruption gives the same folder, with nothing to put back first.
+    dico.Ecrire(dossier, true, &ctx.dialogue);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(MessageFin(debut, ctx.horloge, dico.Compteurs()));
 }
@@ -417,7 +431,9 @@ void OperationFusionDictionnaires(Contexte& ctx) {
             IntegrerLignesDictionnaire(dico, second / NomFichierCasier(l, c), &rapport);
         }
     rapport.Fermer();
-    dico.Ecrire(Chemin(ctx.ressources, "dico/olbrin_fus"), true);
+    // dico/olbrin and dico/olbrin_2 are only read: a rerun after an interruption gives the same
+    // olbrin_fus.
+    dico.Ecrire(Chemin(ctx.ressources, "dico/olbrin_fus"), true, &ctx.dialogue);
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(MessageFin(debut, ctx.horloge, dico.Compteurs()));
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/contexte.hpp"
+#include "core/dialogue.hpp"
 #include "core/fichiers.hpp"
 
 namespace telvoris {
@@ -50,8 +51,9 @@ public:
     DictionnaireLignes();
     // Reads the 300 files of a folder (each must exist).
     void Charger(const fs::path& dossier);
-    // Writes every non-empty bucket to its file in `dossier`; with `tous`, empty ones too.
-    void Ecrire(const fs::path& dossier, bool tous) const;
+    // Writes every non-empty bucket to its file in `dossier`; with `tous`, empty ones too. The
+    // bar of `dialogue`, when given, moves bucket by bucket.
+    void Ecrire(const fs::path& dossier, bool tous, Dialogue* dialogue = nullptr) const;
 
     // Integrates one reading of a form; the report (which may be null) receives its lines.
     // `proposition` is the text that the report quotes.

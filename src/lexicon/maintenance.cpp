@@ -11,6 +11,7 @@
 #include "lexicon/arbre.hpp"
 #include "lexicon/dictionnaire.hpp"
 #include "lexicon/integration.hpp"
+#include "lexicon/reprise_dico.hpp"
 
 namespace telvoris {
 
@@ -80,11 +81,18 @@ void PourChaqueFichierDico(const fs::path& dossier, F&& f) {
         for (int c = 1; c <= MAX_CLASSE_INITIALE; ++c) f(dossier / NomFichierCasier(l, c), l, c);
 }
 
+void Avancer(Dialogue* dialogue, int l, int c) {
+    if (dialogue)
+        dialogue->Progression(LIBELLE_ECRITURE_DICO, (l - 1) * MAX_CLASSE_INITIALE + c,
+                              MAX_CLASSE_LONGUEUR * MAX_CLASSE_INITIALE);
+}
+
 constexpr std::array<std::string_view, 7> kLabels = {"A", "J", "N", "R", "SF", "SM", "V"};
 
 }  // namespace
 
-BilanRetraits SupprimerLemmes(const fs::path& racine, const fs::path& sauvegarde, const fs::path& liste) {
+BilanRetraits SupprimerLemmes(const fs::path& racine, const fs::path& sauvegarde, const fs::path& liste,
+                              Dialogue* dialogue) {
     BilanRetraits b;
     EcrivainFichier suppressions(Chemin(racine, "dico/SUPPRESSIONS_FAITES.txt"));
     EcrivainFichier simplifications(Chemin(racine, "dico/SIMPLIFICATIONS_FAITES.txt"));
@@ -95,6 +103,7 @@ BilanRetraits SupprimerLemmes(const fs::path& racine, const fs::path& sauvegarde
     const fs::path dico = Chemin(racine, DOSSIER_DICO);
     std::string sortie;
     PourChaqueFichierDico(sauvegarde, [&](const fs::path& copie, int l, int c) {
+        Avancer(dialogue, l, c);
         EcrivainFichier f(dico / NomFichierCasier(l, c));
         PourChaqueLigneNonVide(copie, contenu, [&](std::string_view ligne) {
             const auto v = ligne.find(',');
@@ -130,7 +139,7 @@ BilanRetraits SupprimerLemmes(const fs::path& racine, const fs::path& sauvegarde
     return b;
 }
 
-long long SupprimerLignes(const fs::path& racine, const fs::path& liste) {
+long long SupprimerLignes(const fs::path& racine, const fs::path& liste, Dialogue* dialogue) {
     long long n = 0;
     EcrivainFichier rapport(Chemin(racine, "dico/SUPPRESSIONS_2.txt"));
     TableCasiers retraits("MAX_RETRAITS_LIGNES_CASIER", MAX_RETRAITS_LIGNES_CASIER);
@@ -149,7 +158,8 @@ long long SupprimerLignes(const fs::path& racine, const fs::path& liste) {
     }
     const fs::path dico = Chemin(racine, DOSSIER_DICO);
     std::vector<std::string> gardees;
-    PourChaqueFichierDico(dico, [&](const fs::path& fichier, int, int) {
+    PourChaqueFichierDico(dico, [&](const fs::path& fichier, int l, int c) {
+        Avancer(dialogue, l, c);
         gardees.clear();
         const std::string source = TexteChemin(fichier);
         PourChaqueLigneNonVide(fichier, contenu, [&](std::string_view ligne) {
@@ -206,10 +216,14 @@ void OperationSuppressionLemmes(Contexte& ctx) {
     const auto liste = ChoisirRetraits(ctx.dialogue);
     if (!liste) return;
     const std::string horodate = Horodater(ctx.horloge);
+    RepriseDictionnaire reprise(RepriseOlbrin(ctx.ressources), std::string("Suppression de lemmes"_cp));
+    if (const auto n = reprise.Retablir()) ctx.dialogue.Afficher(reprise.MessageReprise(*n));
     ctx.dialogue.Progression("Sauvegarde du dictionnaire"_cp, 0, 0);
     const fs::path sauvegarde = SauvegarderDictionnaire(ctx.ressources, horodate);
+    reprise.Commencer({{Chemin(ctx.ressources, DOSSIER_DICO), sauvegarde}});
     ctx.dialogue.Progression("Suppression de lemmes"_cp, 0, 0);
-    const BilanRetraits b = SupprimerLemmes(ctx.ressources, sauvegarde, *liste);
+    const BilanRetraits b = SupprimerLemmes(ctx.ressources, sauvegarde, *liste, &ctx.dialogue);
+    reprise.Terminer();
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Afficher(Joindre("Terminé. "_cp, std::to_string(b.suppressions), " suppressions, ",
                                   std::to_string(b.simplifications), " simplifications."));
@@ -219,10 +233,14 @@ void OperationSuppressionLignes(Contexte& ctx) {
     const auto liste = ChoisirRetraits(ctx.dialogue);
     if (!liste) return;
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
+    RepriseDictionnaire reprise(RepriseOlbrin(ctx.ressources), std::string("Suppression lignes de dict."_cp));
+    if (const auto r = reprise.Retablir()) ctx.dialogue.Afficher(reprise.MessageReprise(*r));
     ctx.dialogue.Progression("Sauvegarde du dictionnaire"_cp, 0, 0);
-    SauvegarderDictionnaire(ctx.ressources, Horodater(ctx.horloge));
+    const fs::path sauvegarde = SauvegarderDictionnaire(ctx.ressources, Horodater(ctx.horloge));
+    reprise.Commencer({{Chemin(ctx.ressources, DOSSIER_DICO), sauvegarde}});
     ctx.dialogue.Progression("Suppression de lignes"_cp, 0, 0);
-    const long long n = SupprimerLignes(ctx.ressources, *liste);
+    const long long n = SupprimerLignes(ctx.ressources, *liste, &ctx.dialogue);
+    reprise.Terminer();
     ctx.dialogue.MasquerProgression();
     ctx.dialogue.Resultat(debut);
     ctx.dialogue.Resultat(Joindre(std::to_string(n), " suppressions."));

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "core/contexte.hpp"
+#include "core/dialogue.hpp"
 
 namespace telvoris {
 
@@ -22,9 +23,11 @@ struct BilanRetraits {
 
 // Each lemma_CATEGORY of the list is taken out of every line of dico/olbrin (read from the backup
 // folder `sauvegarde`); reports in dico/SUPPRESSIONS_FAITES.txt and SIMPLIFICATIONS_FAITES.txt.
-BilanRetraits SupprimerLemmes(const fs::path& racine, const fs::path& sauvegarde, const fs::path& liste);
+// The bar of `dialogue`, when given, moves file by file.
+BilanRetraits SupprimerLemmes(const fs::path& racine, const fs::path& sauvegarde, const fs::path& liste,
+                              Dialogue* dialogue = nullptr);
 // Each listed whole line is taken out of dico/olbrin; report in dico/SUPPRESSIONS_2.txt.
-long long SupprimerLignes(const fs::path& racine, const fs::path& liste);
+long long SupprimerLignes(const fs::path& racine, const fs::path& liste, Dialogue* dialogue = nullptr);
 
 struct StatistiquesDico {
     long long formes = 0, ambigues = 0, lemmes = 0;

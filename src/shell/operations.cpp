@@ -497,11 +497,13 @@ const std::array kOperations = {
               "Intègre un fichier d'apports « forme,lemme,CODE » dans dico/olbrin : copie d'abord les 300 fichiers "
               "dans dico/olbrin_<horodate>, fusionne les lectures (personnes, temps, genre, nombre, noms et adjectifs), "
               "réécrit les fichiers touchés et écrit une ligne par apport dans dico/apports_remarques_<horodate>.txt."
+              " Relancée après une interruption (trace dico/#EN_COURS_olbrin.txt), elle rétablit d'abord dico/olbrin depuis la sauvegarde de ce lancement-là."
               "\n? Localiser le fichier d'apports [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_ilc", "Form2", "&Dictionnaires"_cp, "Intégration de lignes"_cp, &OperationIntegrationLignes,
               "Intègre des lignes de dictionnaire toutes faites « forme,lecture/lecture » dans dico/olbrin, avec la même "
               "fusion que l'intégration des apports : sauvegarde dans dico/olbrin_<horodate> d'abord, rapport dans "
               "dico/apports_remarques_<horodate>.txt."
+              " Relancée après une interruption (trace dico/#EN_COURS_olbrin.txt), elle rétablit d'abord dico/olbrin depuis la sauvegarde de ce lancement-là."
               "\n? Localiser le fichier de lignes de dictionnaire [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_dcf", "Form2", "&Dictionnaires"_cp, "Dictionnaire de formes du corpus"_cp, &OperationDictionnaireCorpus,
               "Construit, à côté d'un fichier d'apports « forme,lemme,CODE », un dictionnaire de formes qui ne contient "
@@ -516,10 +518,12 @@ const std::array kOperations = {
               "Retire de chaque ligne de dico/olbrin les lectures dont le « lemme_CATEGORIE » figure dans la liste de retraits ; "
               "copie d'abord les 300 fichiers dans dico/olbrin_<horodate>. Une ligne sans lecture restante disparaît. "
               "Formes écrites dans dico/SUPPRESSIONS_FAITES.txt et dico/SIMPLIFICATIONS_FAITES.txt."
+              " Relancée après une interruption (trace dico/#EN_COURS_olbrin.txt), elle rétablit d'abord dico/olbrin depuis la sauvegarde de ce lancement-là."
               "\n? Localiser le fichier de retraits [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_spd", "Form2", "&Dictionnaires"_cp, "Suppression lignes de dict."_cp, &OperationSuppressionLignes,
               "Retire de dico/olbrin les lignes entières identiques à celles de la liste de retraits ; copie d'abord les "
               "300 fichiers dans dico/olbrin_<horodate>. Lignes retirées dans dico/SUPPRESSIONS_2.txt."
+              " Relancée après une interruption (trace dico/#EN_COURS_olbrin.txt), elle rétablit d'abord dico/olbrin depuis la sauvegarde de ce lancement-là."
               "\n? Localiser le fichier de retraits [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_std", "Form2", "&Dictionnaires"_cp, "Statistiques du dictionnaire"_cp, &OperationStatistiquesDico,
               "Compte les formes, les formes ambiguës, les lemmes et les lemmes des catégories A, J, N, R, SF, SM, V de "
@@ -550,6 +554,7 @@ const std::array kOperations = {
               "Intègre un fichier de propositions « clé,lecture<TAB>classe » (1 amb, 2 namb) dans dico/comp/amb et "
               "dico/comp/namb, après copie de chaque fichier dans dico/comp/svg ; réécrit utilitaires/COMPOSANTS.txt "
               "et crée dico/comp/apports_rejetés.txt (vide)."
+              " Relancée après une interruption (trace dico/comp/#EN_COURS_comp.txt), elle rétablit d'abord les fichiers des composés depuis dico/comp/svg."
               "\n? Fichier de séquences nouvelles [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_cdc", "Form2", "&Dictionnaires"_cp, "Dictionnaire du corpus"_cp, &OperationDictionnaireCorpusComposes,
               "Range un fichier de propositions de composés dans un dictionnaire à part, DICOMP_CORPUS/amb et "
@@ -557,11 +562,14 @@ const std::array kOperations = {
               "\n? Fichier de séquences nouvelles [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_pcan", "Form2", "&Dictionnaires"_cp, "Passer de comp amb à nomb"_cp, &OperationPasserAmbNamb,
               "Retire des fichiers dico/comp/amb les lignes listées dans dico/comp/AMBIGUS.txt et les écrit dans "
-              "dico/comp/CONTROLE.txt ; elles ne sont pas ajoutées à namb (cela demande une intégration)."
+              "dico/comp/CONTROLE.txt ; elles ne sont pas ajoutées à namb (cela demande une intégration). Les fichiers amb "
+              "sont d'abord copiés dans dico/comp/svg/amb."
+              " Relancée après une interruption (trace dico/comp/#EN_COURS_comp.txt), elle rétablit d'abord les fichiers des composés depuis dico/comp/svg."
               "\nAucune question."},
     Operation{"smn_supcomp", "Form2", "&Dictionnaires"_cp, "Suppression de lignes"_cp, &OperationSuppressionComposes,
               "Supprime d'une classe de composés (amb ou namb) les lignes identiques à celles d'un fichier, après copie "
               "des fichiers de la classe dans dico/comp/svg/<classe>."
+              " Relancée après une interruption (trace dico/comp/#EN_COURS_comp.txt), elle rétablit d'abord les fichiers des composés depuis dico/comp/svg."
               "\n? Ambigus ('amb') ou non-ambigus ('namb') ? [défaut : amb] (réponses : amb, namb)"
               "\n? Fichier [fichier] (réponses : un fichier .txt)"},
     Operation{"smn_cps", "Form2", "&Dictionnaires"_cp, "Composants"_cp, &OperationComposants,

@@ -44,6 +44,9 @@ TEST(Composes, ChaineParPremierMotPlusLonguesClesDabord) {
     ChargerComposes(t, r);
     EXPECT_EQ(t.NombreComposes(), 6u);
     EXPECT_EQ(SegmentCompose("cordon bleu"), "cordon bleu/cordon_bleu_/");
+    // A reading as the validation session writes it, without a dot: the key is the lemma.
+    EXPECT_EQ(SegmentCompose("chambre de commerce,SF:s"), "chambre de commerce/chambre_de_commerce_SF/s");
+    EXPECT_EQ(SegmentCompose("bel et bien,M"), "bel et bien/bel_et_bien_M/");
 
     fs::remove(FichierCasier(r, "dico/comp/namb", 8, 3));
     try {

@@ -98,6 +98,83 @@ TEST(Flechisseur, ConjugaisonsDesClasses) {
     EXPECT_EQ(f.manques, std::vector<std::string>{"bidule,bidule,VF"});
 }
 
+// The shipped tables: every class of trad_vrb.txt inflects its own model verb, and the classes
+// whose forms do not follow the common endings give the forms of the language.
+TEST(Flechisseur, TablesLivrees) {
+    const fs::path r = fs::path(TELVORIS_EXE).parent_path() / "MORVENTA" / "morv_res";
+    const TablesFlexion t = ChargerTablesFlexion(r);
+    const std::string trad = Lire(Chemin(r, Joindre(DOSSIER_CODES_FLEXIONNELS, "/trad_vrb.txt")));
+    LecteurLignes lecteur(trad);
+    std::string_view ligne;
+    int classes = 0;
+    while (lecteur.Suivante(ligne)) {
+        if (lecteur.Numero() == 1 || ligne.empty()) continue;
+        const auto tab = ligne.find('\t');
+        const int classe = std::stoi(std::string(ligne.substr(0, tab)));
+        const std::string modele(ligne.substr(tab + 1));
+        Flexions f;
+        Flechir(t, modele, "V", classe, false, f);
+        EXPECT_TRUE(f.manques.empty()) << classe << " " << Cp1252VersUtf8(modele);
+        EXPECT_TRUE(Contient(f.formes, Joindre(modele, ",", modele, ",VF"))) << classe;
+        EXPECT_GE(f.formes.size(), 10u) << classe << " " << Cp1252VersUtf8(modele);
+        ++classes;
+    }
+    EXPECT_EQ(classes, 73);
+
+    auto Verifier = [&](const char* lemme, int classe, std::vector<const char*> voulues, std::vector<const char*> exclues) {
+        const auto v = Formes(t, Utf8VersCp1252(lemme), "V", classe);
+        for (const char* l : voulues) EXPECT_TRUE(Contient(v, Utf8VersCp1252(l))) << l;
+        for (const char* l : exclues)
+            EXPECT_TRUE(std::none_of(v.begin(), v.end(), [&](const std::string& x) { return x.starts_with(Utf8VersCp1252(l)); }))
+                << l;
+    };
+    Verifier("être", 25,
+             {"suis,être,V11", "es,être,V21", "est,être,V31", "étions,être,V42", "fûmes,être,V43", "soient,être,V65",
+              "fussions,être,V46", "serons,être,V44", "été,être,VYMS", "étant,être,VX"},
+             {"suiss,", "soie,", "soiions,"});
+    Verifier("avoir", 26,
+             {"as,avoir,V21", "a,avoir,V31", "avons,avoir,V41", "aie,avoir,V15", "aient,avoir,V65",
+              "eûmes,avoir,V43", "aurai,avoir,V14", "eue,avoir,VYFS", "ayant,avoir,VX"},
+             {"at,", "aons,", "avent,", "aiions,"});
+    Verifier("acquérir", 51, {"acquiers,acquérir,V11", "acquit,acquérir,V33", "acquis,acquérir,VYMX", "acquerrai,acquérir,V14"},
+             {"acquierss,", "acquisis,"});
+    Verifier("haïr", 54, {"hais,haïr,V11", "haïssons,haïr,V41", "haïrai,haïr,V14", "haï,haïr,VYMS"}, {"haïssr"});
+    Verifier("clore", 58, {"clos,clore,V11", "clôt,clore,V31", "closent,clore,V61", "clorai,clore,V14", "close,clore,V35"},
+             {"cloais,", "clot,", "cloons,"});
+    Verifier("gésir", 61, {"gis,gésir,V11", "gît,gésir,V31", "gisons,gésir,V41", "gisaient,gésir,V62", "gisant,gésir,VX"},
+             {"giss,", "gise,"});
+    Verifier("absoudre", 62, {"absous,absoudre,V11", "absolvons,absoudre,V41", "absolus,absoudre,V13",
+                              "absoudrai,absoudre,V14", "absolvant,absoudre,VX"},
+             {"absolvrai,"});
+    Verifier("traire", 60, {"trayons,traire,V41", "trairai,traire,V14", "trait,traire,VYMS"}, {"trays,"});
+    Verifier("protéger", 64,
+             {"protège,protéger,V11", "protégeons,protéger,V41", "protégez,protéger,V51", "protégeait,protéger,V32",
+              "protégions,protéger,V42", "protégeai,protéger,V13", "protégèrent,protéger,V63", "protégions,protéger,V45",
+              "protégeasse,protéger,V16", "protégerai,protéger,V14", "protégé,protéger,VYMS", "protégeant,protéger,VX"},
+             {});
+    Verifier("dépecer", 65, {"dépèce,dépecer,V11", "dépeçons,dépecer,V41", "dépecez,dépecer,V51", "dépeçais,dépecer,V12",
+                             "dépècerai,dépecer,V14", "dépecé,dépecer,VYMS"},
+             {});
+    Verifier("pourvoir", 66, {"pourvoit,pourvoir,V31", "pourvoyons,pourvoir,V41", "pourvus,pourvoir,V13",
+                              "pourvoirai,pourvoir,V14", "pourvu,pourvoir,VYMS", "pourvoyant,pourvoir,VX"},
+             {});
+    Verifier("prévoir", 67, {"prévois,prévoir,V11", "prévis,prévoir,V13", "prévoirai,prévoir,V14", "prévu,prévoir,VYMS"}, {});
+    Verifier("maudire", 68, {"maudit,maudire,V31", "maudissons,maudire,V41", "maudîmes,maudire,V43", "maudit,maudire,VYMS"},
+             {});
+    Verifier("vêtir", 69, {"vêts,vêtir,V11", "vêt,vêtir,V31", "vêtons,vêtir,V41", "vêtis,vêtir,V13", "vêtirai,vêtir,V14",
+                           "vêtu,vêtir,VYMS", "vêtant,vêtir,VX"},
+             {"vêtt,"});
+    Verifier("nuire", 70, {"nuit,nuire,V31", "nuisons,nuire,V41", "nuisit,nuire,V33", "nui,nuire,VYMS"}, {"nuit,nuire,VYMS"});
+    Verifier("interdire", 71, {"interdisez,interdire,V51", "interdit,interdire,VYMS"}, {"interdites,interdire,V5"});
+    // Impersonal verbs: the third person alone in the tenses built from the pattern rows.
+    Verifier("falloir", 72, {"faut,falloir,V31", "fallait,falloir,V32", "fallut,falloir,V33", "faille,falloir,V35",
+                             "fallût,falloir,V36", "faudra,falloir,V34", "fallu,falloir,VYMS"},
+             {"faus,", "fallais,", "fallant,"});
+    Verifier("pleuvoir", 73, {"pleut,pleuvoir,V31", "pleuvent,pleuvoir,V61", "plut,pleuvoir,V33", "pleuvra,pleuvoir,V34",
+                              "plu,pleuvoir,VYMS", "pleuvant,pleuvoir,VX"},
+             {"pleus,"});
+}
+
 TEST(Flechisseur, ErreursNommentFichierEtLigne) {
     DossierTemporaire d;
     test::EcrireTablesFlexion(d.Chemin());
