@@ -365,8 +365,16 @@ std::string_view SessionLevee::Jeton(long long position) const {
 }
 
 std::string_view SessionLevee::Forme(long long position) const {
-    const std::string_view j = Jeton(position);
+    const std::string_view j = Texte(jetons_[static_cast<std::size_t>(position - 1)]);
     if (j.starts_with("<MK ")) return {};
+    // Values hold no blank, so the first " f=" of the tag is its form; the tag reader is needed
+    // only for a form made from the punctuation class. Contexts read tens of tags per row.
+    const std::size_t f = j.find(" f=");
+    if (f != std::string_view::npos) {
+        const std::size_t debut = f + 3;
+        const std::size_t fin = std::min(j.find(' ', debut), j.size());
+        if (fin > debut) return j.substr(debut, fin - debut);
+    }
     return LireAttributsVue(j).f;
 }
 
@@ -496,8 +504,26 @@ void SessionLevee::Trier() {
     const auto Cle = [&](std::size_t i) {
         return std::string_view(bloc).substr(i * LARGEUR_CONTEXTE_LEVEE, longueurs[i]);
     };
-    // A stable sort gives the order of the insertion sort on the same keys.
-    std::stable_sort(ordre_.begin(), ordre_.end(), [&](std::size_t a, std::size_t b) { return Cle(a) < Cle(b); });
+    // The first eight bytes of a key, big-endian, settle most comparisons; the rank in the case
+    // breaks ties, which gives the order of a stable sort (that of the insertion sort).
+    struct Entree {
+        std::uint64_t tete;
+        std::size_t rang;
+    };
+    std::vector<Entree> entrees(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        std::uint64_t t = 0;
+        const std::string_view k = Cle(i);
+        for (std::size_t b = 0; b < 8; ++b)
+            t = (t << 8) | (b < k.size() ? static_cast<unsigned char>(k[b]) : 0u);
+        entrees[i] = {t, i};
+    }
+    std::sort(entrees.begin(), entrees.end(), [&](const Entree& a, const Entree& b) {
+        if (a.tete != b.tete) return a.tete < b.tete;
+        const int c = Cle(a.rang).compare(Cle(b.rang));
+        return c != 0 ? c < 0 : a.rang < b.rang;
+    });
+    for (std::size_t i = 0; i < n; ++i) ordre_[i] = entrees[i].rang;
 }
 
 void SessionLevee::ChangerTri() {
