@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <memory>
 
 #include "core/liste_textes.hpp"
@@ -72,10 +73,20 @@ int main(int argc, char** argv) {
         z.Barre()->repaint();
     });
     battement.start(10);
+    // The opening as the worker thread sees it: its own clock and its processor time, apart from
+    // the handing over between the threads.
+    double murFil = 0, processeurFil = 0;
     z.Lancer(
         [&](Contexte& ctx) {
+            QElapsedTimer mur;
+            mur.start();
+            timespec c0{}, c1{};
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &c0);
             *session = std::make_unique<SessionLevee>(SessionLevee::OuvrirSimples(ChargerListeTextes(liste), ctx.horloge,
                                                                                   ctx.dialogue));
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &c1);
+            murFil = mur.elapsed() / 1000.0;
+            processeurFil = static_cast<double>(c1.tv_sec - c0.tv_sec) + (c1.tv_nsec - c0.tv_nsec) / 1e9;
         },
         [&] {
             battement.stop();
@@ -99,6 +110,7 @@ int main(int argc, char** argv) {
     while (!fini) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     std::printf("ouverture de la session (fil de travail, barre) : %.2f s, %lld positions, %zu cas\n", ouverture,
                 f->Session().NbPositions(), f->Session().NbCas());
+    std::printf("  dont sur le fil de travail : %.2f s (processeur du fil : %.2f s)\n", murFil, processeurFil);
     std::printf("plus long intervalle sans peinture pendant l'ouverture : %lld ms\n", static_cast<long long>(ecartMax));
     std::printf("premier cas préparé par la session (contextes, tri) : %.3f s, %zu occurrences\n", preparation,
                 f->Session().NbOccurrences());
