@@ -140,7 +140,8 @@ FenetreComposes::FenetreComposes(ZoneTravail& zone, std::unique_ptr<SessionCompo
     corps->addLayout(colonne);
 
     // The compounds that vary: their forms, one a line, and their category.
-    auto* flexion = new QGroupBox(QStringLiteral("Formes fléchies, une par ligne"), this);
+    auto* flexion = new QGroupBox(this);
+    cadre_ = flexion;
     auto* pf = new QVBoxLayout(flexion);
     texte_ = new QPlainTextEdit(flexion);
     texte_->setObjectName(QStringLiteral("ONGLET_COMP_RTB"));
@@ -207,6 +208,8 @@ void FenetreComposes::Montrer() {
     valider_->setEnabled(!confirmation);
     for (QAbstractButton* b : categories_->buttons()) b->setEnabled(!confirmation);
     confirmer_->setVisible(confirmation);
+    cadre_->setTitle(confirmation ? QStringLiteral("Saisie des derniers cas : corrigez-la au besoin, puis CONFIRMER")
+                                  : QStringLiteral("Formes fléchies, une par ligne"));
     modele_->Rafraichir();
     if (!confirmation && session_->Rang() >= 1 && session_->Rang() <= session_->Total())
         table_->scrollTo(modele_->index(session_->Rang() - 1, 0), QAbstractItemView::PositionAtCenter);

@@ -13,6 +13,7 @@
 #include "lexicon/dico_composes.hpp"
 
 class QButtonGroup;
+class QGroupBox;
 class QLabel;
 class QListWidget;
 class QPlainTextEdit;
@@ -65,6 +66,7 @@ private:
     QLabel* candidat_ = nullptr;
     QTableView* table_ = nullptr;
     QListWidget* options_ = nullptr;
+    QGroupBox* cadre_ = nullptr;
     QPlainTextEdit* texte_ = nullptr;
     QButtonGroup* categories_ = nullptr;
     QPushButton* valider_ = nullptr;

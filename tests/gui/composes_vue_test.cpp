@@ -2,6 +2,7 @@
 // terminal's prompts write the same three work files, through a stop and a resumption.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QLabel>
 #include <QListWidget>
@@ -77,6 +78,17 @@ void Flexion(FenetreComposes* f, const QString& formes, const QString& categorie
     Bouton(f, "ONGLET_COMP_VAL");
 }
 
+// Saves a picture of Form2 when TELVORIS_CAPTURES names a folder (scripts/captures_composes.sh).
+void Capturer(Banc& b, const char* nom) {
+    const QByteArray dossier = qgetenv("TELVORIS_CAPTURES");
+    if (dossier.isEmpty()) return;
+    gui::ZoneTravail& zone = b.Zone("Form2");
+    zone.resize(1280, 800);
+    QApplication::processEvents();
+    ASSERT_TRUE(zone.grab().save(QString::fromLocal8Bit(dossier) + QLatin1Char('/') + QLatin1String(nom) +
+                                 QStringLiteral(".png")));
+}
+
 QString Etat(FenetreComposes* f) { return f->findChild<QLabel*>("etat")->text(); }
 QString Candidat(FenetreComposes* f) { return f->findChild<QLabel*>("candidat")->text(); }
 
@@ -116,6 +128,9 @@ TEST(ComposesFenetre, MemesDecisionsMemesFichiersQuAuTerminalAvecArretEtReprise)
     Flexion(f, "x", "");
     EXPECT_EQ(b.pilote.messages.last(), "Vous devez valider une option");
     EXPECT_EQ(Candidat(f), "chemin de fer");
+    // What a person sees while typing the forms (the list then settles the case all the same).
+    f->findChild<QPlainTextEdit*>("ONGLET_COMP_RTB")->setPlainText("chemin de fer\nchemins de fer");
+    Capturer(b, "composes_cas");
     ClicOption(f, 4);
     ClicOption(f, 5);
     ClicOption(f, 6);
@@ -127,6 +142,7 @@ TEST(ComposesFenetre, MemesDecisionsMemesFichiersQuAuTerminalAvecArretEtReprise)
                                 "pommes cuites,pomme cuite.SM:p\t2\nhors d'œuvre,LOC:x\t2\na,.J:ms\t2\nb,a.J:mp\t2\n"
                                 "c,a.J:fs\t2\nd,a.J:fp\t2\nchemin de fer,N\t2\ntout à fait,A\t2\n"
                                 "au fur et à mesure,M\t2\n"));
+    Capturer(b, "composes_confirmation");
     b.pilote.Ajouter(Texte("OUI"));
     Bouton(f, "CONFIRMER");
     EXPECT_EQ(b.pilote.questions.last(),
