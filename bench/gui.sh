@@ -39,17 +39,22 @@ octets=$(cat "$tt"/*.txt | wc -c)
 # The largest case first: every case in front of it is marked as treated.
 read -r rang occ < <(awk -F'\t' '{ n = split($NF, p, "-"); if (n > max) { max = n; r = NR } } END { print r, max }' "$tt/#INDEX_ms.txt")
 nbcas=$(wc -l < "$tt/#INDEX_ms.txt")
-etat() { awk -v r="$rang" -v n="$nbcas" 'BEGIN { for (i = 1; i <= n; i++) printf "%s\r\n", (i < r ? "1" : "0") }' > "$tt/#F_ETAT.txt"; }
+# Each run starts from the same state: a session opened again within the same minute finds its
+# dated copy of the texts and skips writing it, which would favour the second run.
+etat() {
+    awk -v r="$rang" -v n="$nbcas" 'BEGIN { for (i = 1; i <= n; i++) printf "%s\r\n", (i < r ? "1" : "0") }' > "$tt/#F_ETAT.txt"
+    rm -rf "$tt/AVANT_LEVCON"
+}
 etat
-/usr/bin/time -f "%e %M" -o "$travail/temps_gui" "$build/gui_mesure" "$(date +%s%N)" "$arbre" "$liste" > "$travail/mesure_gui"
-read -r s_gui k_gui < "$travail/temps_gui"
+/usr/bin/time -f "%e %M %U %S" -o "$travail/temps_gui" "$build/gui_mesure" "$(date +%s%N)" "$arbre" "$liste" > "$travail/mesure_gui"
+read -r s_gui k_gui u_gui y_gui < "$travail/temps_gui"
 etat
-/usr/bin/time -f "%e %M" -o "$travail/temps_cli" "$build/telvoris" smn_lev --ressources "$arbre" -r "$liste" \
+/usr/bin/time -f "%e %M %U %S" -o "$travail/temps_cli" "$build/telvoris" smn_lev --ressources "$arbre" -r "$liste" \
     -r O -r I -r O > /dev/null
-read -r s_cli k_cli < "$travail/temps_cli"
+read -r s_cli k_cli u_cli y_cli < "$travail/temps_cli"
 {
     echo "Fenêtre de levée : $octets octets étiquetés, $nbcas cas, le plus grand (n°$rang) de $occ occurrences"
     sed 's/^/  /' "$travail/mesure_gui"
-    echo "  gui_mesure en tout : $s_gui s, $((k_gui / 1024)) Mio au plus"
-    echo "  telvoris smn_lev (ouverture, premier cas, interruption) : $s_cli s, $((k_cli / 1024)) Mio au plus"
+    echo "  gui_mesure en tout : $s_gui s (processeur : $u_gui s utilisateur, $y_gui s système), $((k_gui / 1024)) Mio au plus"
+    echo "  telvoris smn_lev (ouverture, premier cas, interruption) : $s_cli s (processeur : $u_cli s utilisateur, $y_cli s système), $((k_cli / 1024)) Mio au plus"
 } | tee -a "$sortie"

@@ -378,6 +378,12 @@ void FenetreLevee::CliquerDroit(int rang, int lecture) {
     modele_->Marquer(-1);
 }
 
+void FenetreLevee::GlisserDroit(int de, int a, int lecture) {
+    if (de < 0 || a < 0 || de >= modele_->rowCount() || a >= modele_->rowCount()) return;
+    if (lecture >= 1 && lecture <= session_->NbLectures()) CocherPlage(de, a, lecture);
+    modele_->Marquer(-1);
+}
+
 void FenetreLevee::CliquerEntete(int lecture) {
     session_->CocherColonne(lecture);
     modele_->Rafraichir();
@@ -391,7 +397,9 @@ bool FenetreLevee::eventFilter(QObject* objet, QEvent* evenement) {
         if (!i.isValid()) return false;
         const int j = modele_->Lecture(i.column());
         if (m->button() == Qt::RightButton) {
-            CliquerDroit(i.row(), j);
+            // The row pressed: released on another row, the drag ticks the range; released on
+            // the same row, it is a click that marks (or closes a marked range).
+            pressionDroite_ = i.row();
             return true;
         }
         if (m->button() == Qt::LeftButton && j > 0) {
@@ -400,6 +408,18 @@ bool FenetreLevee::eventFilter(QObject* objet, QEvent* evenement) {
             return true;
         }
         return false;
+    }
+    if (objet == table_->viewport() && evenement->type() == QEvent::MouseButtonRelease) {
+        auto* m = static_cast<QMouseEvent*>(evenement);
+        if (m->button() != Qt::RightButton || pressionDroite_ < 0) return false;
+        const int depart = pressionDroite_;
+        pressionDroite_ = -1;
+        const QModelIndex i = table_->indexAt(m->position().toPoint());
+        if (!i.isValid()) return true;
+        const int j = modele_->Lecture(i.column());
+        if (i.row() == depart) CliquerDroit(depart, j);
+        else GlisserDroit(depart, i.row(), j);
+        return true;
     }
     if (objet == table_ && evenement->type() == QEvent::KeyPress) {
         auto* k = static_cast<QKeyEvent*>(evenement);

@@ -70,6 +70,7 @@ public:
     void Interrompre();             // B_CONC "INTERROMPRE"
     void CliquerCase(int rang, int lecture, bool plage);  // left click (shift for a range)
     void CliquerDroit(int rang, int lecture);             // right click: mark, then range
+    void GlisserDroit(int de, int a, int lecture);        // right drag from row `de` to row `a`
     void CliquerEntete(int lecture);                      // a reading label: the whole column
     // Closing Form2 during a compound review asks before saving; false keeps the window.
     bool GarderFermeture();
@@ -96,6 +97,7 @@ private:
     QPushButton* reviser_ = nullptr;
     QPushButton* interrompre_ = nullptr;
     int ancre_ = -1;  // the row of the last left click, for shift-click ranges
+    int pressionDroite_ = -1;  // the row where the right button went down
 };
 
 }  // namespace telvoris::gui

@@ -48,6 +48,8 @@ public:
     int Total() const { return static_cast<int>(candidats_.size()); }
     bool Termine() const { return rang_ > Total(); }
     const std::string& Candidat() const;
+    // Every candidate read, in list order (rank 1 first).
+    const std::vector<std::string>& Candidats() const { return candidats_; }
     // "cas n°<rank> sur <total>".
     std::string Etat() const;
     const std::string& Tampon() const { return tampon_; }

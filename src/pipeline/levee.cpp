@@ -364,10 +364,83 @@ std::string_view SessionLevee::Jeton(long long position) const {
     return Texte(jetons_[static_cast<std::size_t>(position - 1)]);
 }
 
-std::string SessionLevee::Forme(long long position) const {
-    const std::string_view j = Jeton(position);
+std::string_view SessionLevee::Forme(long long position) const {
+    const std::string_view j = Texte(jetons_[static_cast<std::size_t>(position - 1)]);
     if (j.starts_with("<MK ")) return {};
-    return std::string(LireAttributsVue(j).f);
+    // Values hold no blank, so the first " f=" of the tag is its form; the tag reader is needed
+    // only for a form made from the punctuation class. Contexts read tens of tags per row.
+    const std::size_t f = j.find(" f=");
+    if (f != std::string_view::npos) {
+        const std::size_t debut = f + 3;
+        const std::size_t fin = std::min(j.find(' ', debut), j.size());
+        if (fin > debut) return j.substr(debut, fin - debut);
+    }
+    return LireAttributsVue(j).f;
+}
+
+const OccurrenceLevee& SessionLevee::Occurrence(std::size_t rang) const {
+    OccurrenceLevee& o = occurrences_[ordre_[rang]];
+    if (!o.contextes) RemplirContextes(o);
+    // A validation may have rewritten the token since the row was filled.
+    const std::string_view j = Jeton(o.position);
+    if (o.jeton != j) o.jeton = std::string(j);
+    return o;
+}
+
+void SessionLevee::RemplirContextes(OccurrenceLevee& o) const {
+    const long long p = o.position;
+    const std::size_t f = FichierDe(p);
+    // The left context: forms gathered leftwards up to 64 characters or the file's start.
+    std::vector<std::string_view> morceaux;
+    std::size_t longueur = 0;
+    for (long long q = p - 1; q >= debut_fichier_[f] && longueur < LARGEUR_CONTEXTE_LEVEE; --q) {
+        const std::string_view forme = Forme(q);
+        if (forme.empty()) continue;
+        longueur += forme.size() + 1;
+        morceaux.push_back(forme);
+    }
+    std::string g;
+    for (auto it = morceaux.rbegin(); it != morceaux.rend(); ++it) {
+        g += *it;
+        g += ' ';
+    }
+    if (g.size() > LARGEUR_CONTEXTE_LEVEE) g.erase(0, g.size() - LARGEUR_CONTEXTE_LEVEE);
+    o.gauche.assign(LARGEUR_CONTEXTE_LEVEE - g.size(), ' ');
+    o.gauche += g;
+    o.droite.clear();
+    for (long long q = p + 1; q <= fin_fichier_[f] && o.droite.size() < LARGEUR_CONTEXTE_LEVEE; ++q) {
+        const std::string_view forme = Forme(q);
+        if (forme.empty()) continue;
+        o.droite += ' ';
+        o.droite += forme;
+    }
+    if (o.droite.size() > LARGEUR_CONTEXTE_LEVEE) o.droite.resize(LARGEUR_CONTEXTE_LEVEE);
+    o.contextes = true;
+}
+
+void SessionLevee::CleTri(long long p, bool droite, std::string& cle) const {
+    const std::size_t f = FichierDe(p);
+    cle.clear();
+    if (droite) {
+        for (long long q = p + 1; q <= fin_fichier_[f] && cle.size() < LARGEUR_CONTEXTE_LEVEE; ++q) {
+            const std::string_view forme = Forme(q);
+            if (forme.empty()) continue;
+            cle += ' ';
+            cle += forme;
+        }
+        if (cle.size() > LARGEUR_CONTEXTE_LEVEE) cle.resize(LARGEUR_CONTEXTE_LEVEE);
+        return;
+    }
+    // The left context backwards is each form from the nearest, after its blank, read from its
+    // end; the padding of the context comes last.
+    for (long long q = p - 1; q >= debut_fichier_[f] && cle.size() < LARGEUR_CONTEXTE_LEVEE; --q) {
+        const std::string_view forme = Forme(q);
+        if (forme.empty()) continue;
+        cle += ' ';
+        cle.append(forme.rbegin(), forme.rend());
+    }
+    if (cle.size() > LARGEUR_CONTEXTE_LEVEE) cle.resize(LARGEUR_CONTEXTE_LEVEE);
+    cle.resize(LARGEUR_CONTEXTE_LEVEE, ' ');
 }
 
 void SessionLevee::MontrerCas(std::size_t no) {
@@ -406,32 +479,6 @@ void SessionLevee::MontrerCas(std::size_t no) {
                                               " positions) pour le cas n°"_cp, std::to_string(no), " : ", cle));
             OccurrenceLevee o;
             o.position = p;
-            o.jeton = std::string(Jeton(p));
-            const std::size_t f = FichierDe(p);
-            // The left context: forms gathered leftwards up to 64 characters or the file's start.
-            std::vector<std::string> morceaux;
-            std::size_t longueur = 0;
-            for (long long q = p - 1; q >= debut_fichier_[f] && longueur < LARGEUR_CONTEXTE_LEVEE; --q) {
-                std::string forme = Forme(q);
-                if (forme.empty()) continue;
-                longueur += forme.size() + 1;
-                morceaux.push_back(std::move(forme));
-            }
-            std::string g;
-            for (auto it = morceaux.rbegin(); it != morceaux.rend(); ++it) {
-                g += *it;
-                g += ' ';
-            }
-            if (g.size() > LARGEUR_CONTEXTE_LEVEE) g.erase(0, g.size() - LARGEUR_CONTEXTE_LEVEE);
-            o.gauche.assign(LARGEUR_CONTEXTE_LEVEE - g.size(), ' ');
-            o.gauche += g;
-            for (long long q = p + 1; q <= fin_fichier_[f] && o.droite.size() < LARGEUR_CONTEXTE_LEVEE; ++q) {
-                const std::string forme = Forme(q);
-                if (forme.empty()) continue;
-                o.droite += ' ';
-                o.droite += forme;
-            }
-            if (o.droite.size() > LARGEUR_CONTEXTE_LEVEE) o.droite.resize(LARGEUR_CONTEXTE_LEVEE);
             occurrences_.push_back(std::move(o));
         }
     }
@@ -440,14 +487,43 @@ void SessionLevee::MontrerCas(std::size_t no) {
 }
 
 void SessionLevee::Trier() {
-    ordre_.resize(occurrences_.size());
-    for (std::size_t i = 0; i < ordre_.size(); ++i) ordre_[i] = i;
-    std::vector<std::string> cles(occurrences_.size());
-    for (std::size_t i = 0; i < cles.size(); ++i)
-        cles[i] = triDroit_ ? occurrences_[i].droite
-                            : std::string(occurrences_[i].gauche.rbegin(), occurrences_[i].gauche.rend());
-    // A stable sort gives the order of the insertion sort on the same keys.
-    std::stable_sort(ordre_.begin(), ordre_.end(), [&](std::size_t a, std::size_t b) { return cles[a] < cles[b]; });
+    const std::size_t n = occurrences_.size();
+    ordre_.resize(n);
+    for (std::size_t i = 0; i < n; ++i) ordre_[i] = i;
+    // The keys stand side by side in one block of 64 characters each (a right context shorter
+    // than 64 keeps its length apart), built without the contexts shown.
+    std::string bloc(n * LARGEUR_CONTEXTE_LEVEE, ' ');
+    std::vector<unsigned char> longueurs(n);
+    std::string cle;
+    cle.reserve(2 * LARGEUR_CONTEXTE_LEVEE);
+    for (std::size_t i = 0; i < n; ++i) {
+        CleTri(occurrences_[i].position, triDroit_, cle);
+        cle.copy(bloc.data() + i * LARGEUR_CONTEXTE_LEVEE, cle.size());
+        longueurs[i] = static_cast<unsigned char>(cle.size());
+    }
+    const auto Cle = [&](std::size_t i) {
+        return std::string_view(bloc).substr(i * LARGEUR_CONTEXTE_LEVEE, longueurs[i]);
+    };
+    // The first eight bytes of a key, big-endian, settle most comparisons; the rank in the case
+    // breaks ties, which gives the order of a stable sort (that of the insertion sort).
+    struct Entree {
+        std::uint64_t tete;
+        std::size_t rang;
+    };
+    std::vector<Entree> entrees(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        std::uint64_t t = 0;
+        const std::string_view k = Cle(i);
+        for (std::size_t b = 0; b < 8; ++b)
+            t = (t << 8) | (b < k.size() ? static_cast<unsigned char>(k[b]) : 0u);
+        entrees[i] = {t, i};
+    }
+    std::sort(entrees.begin(), entrees.end(), [&](const Entree& a, const Entree& b) {
+        if (a.tete != b.tete) return a.tete < b.tete;
+        const int c = Cle(a.rang).compare(Cle(b.rang));
+        return c != 0 ? c < 0 : a.rang < b.rang;
+    });
+    for (std::size_t i = 0; i < n; ++i) ordre_[i] = entrees[i].rang;
 }
 
 void SessionLevee::ChangerTri() {
@@ -506,7 +582,6 @@ void SessionLevee::AppliquerSimple(OccurrenceLevee& o, std::string& chiffres) {
     const std::string nouveau =
         Joindre(o.coche == 1 ? "<M  f=" : "<M f=", LireAttributsVue(jeton).f, " ", l.lemme, l.flexion, " >");
     Remplacer(o.position, nouveau);
-    o.jeton = nouveau;
     chiffres += static_cast<char>('0' + o.coche);
 }
 
@@ -552,7 +627,6 @@ void SessionLevee::AppliquerCompose(OccurrenceLevee& o, std::string& chiffres) {
         Remplacer(o.position, nouveau);
         chiffres += '0';
     }
-    o.jeton = std::string(Jeton(o.position));
 }
 
 void SessionLevee::AppliquerCoches() {

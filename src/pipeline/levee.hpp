@@ -38,13 +38,15 @@ enum class EtiquetteSession { levcon_simp, levcon_s2, levcon_s1x, levcon_s1, lev
 std::string_view TexteEtiquette(EtiquetteSession e);
 
 // One occurrence of the current case: its running position, its contexts and its tick
-// (0 = none, 1..5 = the reading ticked).
+// (0 = none, 1..5 = the reading ticked). The contexts and the token are filled when the row is
+// first asked for: a case of 200,000 occurrences shows a screenful of them.
 struct OccurrenceLevee {
     long long position = 0;
     std::string gauche;  // exactly 64 characters, padded on the left
     std::string droite;
     std::string jeton;   // the token as it stands now
     int coche = 0;
+    bool contextes = false;  // gauche and droite are filled
 };
 
 // One reading of the current case as its column shows it.
@@ -88,7 +90,7 @@ public:
     int NbLectures() const { return static_cast<int>(libelles_.size()); }
     // The occurrences in the order shown.
     std::size_t NbOccurrences() const { return ordre_.size(); }
-    const OccurrenceLevee& Occurrence(std::size_t rang) const { return occurrences_[ordre_[rang]]; }
+    const OccurrenceLevee& Occurrence(std::size_t rang) const;
 
     // Ticks reading j (1..5) for the row at `rang` in the order shown, clearing the other boxes of
     // the row; j = 0 clears the row. A reading the case does not have is refused.
@@ -154,12 +156,16 @@ private:
     void AppliquerCompose(OccurrenceLevee& o, std::string& chiffres);
     void Trier();
     void Terminer();
+    void RemplirContextes(OccurrenceLevee& o) const;
+    // The sort key of an occurrence, written into `cle`: the left context read backwards, or the
+    // right context, as the contexts shown would give it.
+    void CleTri(long long position, bool droite, std::string& cle) const;
 
     std::string_view Texte(Morceau m) const { return std::string_view(arene_).substr(m.debut, m.longueur); }
     Morceau Ajouter(std::string_view texte);
     void Remplacer(long long position, std::string_view jeton);
     std::size_t FichierDe(long long position) const;
-    std::string Forme(long long position) const;
+    std::string_view Forme(long long position) const;
 
     EtiquetteSession etiquette_ = EtiquetteSession::levcon_simp;
     std::filesystem::path dossierTT_, dossierEtat_, dossierAvant_;
@@ -186,7 +192,7 @@ private:
     bool casAffiche_ = false;
     std::string forme_cas_;
     std::vector<LibelleLecture> libelles_;
-    std::vector<OccurrenceLevee> occurrences_;
+    mutable std::vector<OccurrenceLevee> occurrences_;
     std::vector<std::size_t> ordre_;
     bool triDroit_ = false;
     bool terminee_ = false;

@@ -215,6 +215,55 @@ TEST(LeveeFenetre, ColonnePlageMarqueeRevisionEtFin) {
     EXPECT_EQ(Lire(p.gui / "OLBRIN_TT" / "#F_ETAT.txt"), Lignes({"1", "1"}));
 }
 
+// A drag with the right button: pressed on one row, released on another.
+void GlisserDroit(FenetreLevee* f, int de, int colonneDe, int a, int colonneA) {
+    QTableView* t = f->Table();
+    const QRect r1 = t->visualRect(f->Modele()->index(de, colonneDe));
+    const QRect r2 = t->visualRect(f->Modele()->index(a, colonneA));
+    ASSERT_TRUE(r1.isValid() && r2.isValid());
+    QTest::mousePress(t->viewport(), Qt::RightButton, {}, r1.center());
+    QTest::mouseMove(t->viewport(), r2.center());
+    QTest::mouseRelease(t->viewport(), Qt::RightButton, {}, r2.center());
+}
+
+TEST(LeveeFenetre, PlageParGlisserDuBoutonDroit) {
+    Paire p(&CorpusLong);
+    p.Terminal({"O", "2-5:3", "4-6:1", "V", "I", "O"});
+
+    Banc b;
+    FenetreLevee* f = Ouvrir(b, p.gui / "REPERTOIRE.txt");
+    ASSERT_NE(f, nullptr);
+    Clic(f->findChild<QPushButton*>("AF3VAL"));
+    ASSERT_EQ(f->Session().NbOccurrences(), 6u);
+    const int contexte = f->Modele()->ColonneGauche();
+    // Downwards, released on reading 3: rows 2 to 5, whatever column the press was on.
+    GlisserDroit(f, 1, contexte, 4, 2);
+    EXPECT_EQ(Coches(f), (std::vector<int>{0, 3, 3, 3, 3, 0}));
+    EXPECT_EQ(f->Modele()->Marque(), -1);
+    // Upwards, released on reading 1.
+    GlisserDroit(f, 5, 0, 3, 0);
+    EXPECT_EQ(Coches(f), (std::vector<int>{0, 3, 3, 1, 1, 1}));
+    // Released on a context column: no reading, nothing ticked, nothing left marked.
+    GlisserDroit(f, 0, 0, 2, contexte);
+    EXPECT_EQ(Coches(f), (std::vector<int>{0, 3, 3, 1, 1, 1}));
+    EXPECT_EQ(f->Modele()->Marque(), -1);
+    // Pressed and released on one row: the click that marks, as before.
+    GlisserDroit(f, 2, 1, 2, 1);
+    EXPECT_EQ(f->Modele()->Marque(), 2);
+    GlisserDroit(f, 2, 1, 2, 1);
+    EXPECT_EQ(f->Modele()->Marque(), -1);
+    EXPECT_EQ(Coches(f), (std::vector<int>{0, 3, 2, 1, 1, 1}));
+    ClicCase(f, 2, 2);
+    EXPECT_EQ(Coches(f), (std::vector<int>{0, 3, 3, 1, 1, 1}));
+    Clic(Bouton(f, "B_CX"));
+    EXPECT_EQ(f->Session().FormeCas(), "porte");
+    b.pilote.Ajouter(Texte("O"));
+    Clic(Bouton(f, "B_CONC"));
+    EXPECT_EQ(b.fin, 0);
+    EXPECT_TRUE(b.pilote.imprevus.isEmpty()) << b.pilote.imprevus.join("/").toStdString();
+    EXPECT_EQ(Arbre(p.gui), Arbre(p.cli));
+}
+
 TEST(LeveeFenetre, ParLemmesEtRetourALaFenetre) {
     Paire p(&CorpusTrois);
     // porte_SF only; its one case ticked on reading 2, and the queue is done.

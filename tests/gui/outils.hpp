@@ -23,9 +23,11 @@ struct Banc {
     Pilote pilote;
     int fin = -1;  // the status the program ended with, -1 while it runs
 
-    Banc() {
+    Banc() : Banc(RessourcesTest()) {}
+    // On another resource tree: operations that write into it get a copy of the fixture tree.
+    explicit Banc(const fs::path& ressources) {
         app.surFin = [this](int code) { fin = code; };
-        app.DemarrerAvec(RessourcesTest());
+        app.DemarrerAvec(ressources);
     }
     gui::ZoneTravail& Zone(const char* nom) { return app.Zone(QString::fromLatin1(nom)); }
     // Chooses a menu item of an area and waits for its run to end.
