@@ -24,6 +24,12 @@ void Usage(std::ostream& os) {
        << axisolve::FACTEURS_PAR_DEFAUT << ", 0 = tous).\n";
 }
 
+// Seconds since `debut`, to the hundredth.
+std::string Duree(std::chrono::steady_clock::time_point debut) {
+    const double secondes = std::chrono::duration<double>(std::chrono::steady_clock::now() - debut).count();
+    return axisolve::FormaterPoint(std::round(secondes * 100) / 100);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,11 +96,13 @@ int main(int argc, char** argv) {
     const auto debut = std::chrono::steady_clock::now();
     try {
         std::cout << "axisolve : lecture de " << matrice << std::endl;
-        const Matrice m = LireFichierMatrice(matrice);
-        std::cout << "axisolve : " << m.lignes.size() << " lignes, " << m.colonnes.size() << " colonnes" << std::endl;
-        const Resultat r = Analyser(m, facteurs);
+        Matrice m = LireFichierMatrice(matrice);
+        std::cout << "axisolve : " << m.lignes.size() << " lignes, " << m.colonnes.size() << " colonnes, lues en "
+                  << Duree(debut) << " s" << std::endl;
+        const auto calcul = std::chrono::steady_clock::now();
+        const Resultat r = AnalyserEnPlace(m, facteurs);
         std::cout << "axisolve : inertie totale " << FormaterPoint(r.inertie) << ", " << r.facteursNonTriviaux
-                  << " facteurs, " << r.valeurs.size() << " écrits" << std::endl;
+                  << " facteurs, " << r.valeurs.size() << " écrits ; calcul en " << Duree(calcul) << " s" << std::endl;
         EcrireResultats(m, r, s);
     } catch (const ErreurSolveur& e) {
         std::cerr << "axisolve : " << e.what() << "\n";
@@ -103,8 +111,6 @@ int main(int argc, char** argv) {
         std::cerr << "axisolve : mémoire insuffisante pour cette matrice\n";
         return kErreur;
     }
-    const double secondes =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - debut).count();
-    std::cout << "axisolve : terminé en " << FormaterPoint(std::round(secondes * 100) / 100) << " s" << std::endl;
+    std::cout << "axisolve : terminé en " << Duree(debut) << " s" << std::endl;
     return kFait;
 }
