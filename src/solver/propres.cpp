@@ -17,6 +17,8 @@ using Eigen::Index;
 // Tiles of 256: a 2,000-column table gives 36 tiles, enough to keep two cores busy to the end,
 // each large enough for the matrix product's own blocking.
 constexpr Index TUILE = 256;
+// Up to this size the full decomposition costs less than a millisecond.
+constexpr Index PETITE = 64;
 
 template <typename Source>
 void ProduitParTuiles(const Source& a, Eigen::MatrixXd& g) {
@@ -105,6 +107,13 @@ Eigen::MatrixXd ProduitCroise(const TableauLignes& x, bool colonnes) {
 
 ElementsPropres::ElementsPropres(Eigen::MatrixXd& g) : reduite_(g) {
     const Index q = g.rows();
+    if (q <= PETITE) {
+        Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> es(g);
+        if (es.info() != Eigen::Success) throw ErreurSolveur("Échec du calcul des valeurs propres.");
+        valeurs_ = es.eigenvalues();
+        tous_ = es.eigenvectors();
+        return;
+    }
     // Brought to [-1, 1] first, against overflow and underflow, as a full decomposition does.
     g.triangularView<Eigen::StrictlyUpper>().setZero();
     echelle_ = g.cwiseAbs().maxCoeff();
@@ -121,9 +130,13 @@ ElementsPropres::ElementsPropres(Eigen::MatrixXd& g) : reduite_(g) {
 }
 
 Eigen::MatrixXd ElementsPropres::Vecteurs(Index k) const {
-    const Index q = diagonale_.size();
+    const Index q = valeurs_.size();
     k = std::min(k, q);
     Eigen::MatrixXd z(q, k);
+    if (tous_.size() > 0) {
+        for (Index f = 0; f < k; ++f) z.col(f) = tous_.col(q - 1 - f);
+        return z;
+    }
     if (k == 0) return z;
     const double eps = std::numeric_limits<double>::epsilon();
     double norme = 0;  // the 1-norm of the tridiagonal matrix

@@ -18,6 +18,7 @@ Eigen::MatrixXd ProduitCroise(const TableauLignes& x, bool colonnes);
 // without vectors; each wanted vector is then found by inverse iteration on the tridiagonal matrix
 // (kept orthogonal to its neighbours where eigenvalues are close) and taken back to the original
 // basis. This spares the cost of all the vectors, most of the time of a full decomposition.
+// A small matrix, where that cost is nothing, gets the full decomposition.
 class ElementsPropres {
 public:
     // `g`: lower triangle used; it is overwritten by the reduction.
@@ -32,6 +33,7 @@ private:
     Eigen::VectorXd householder_, diagonale_, sousDiagonale_;
     Eigen::VectorXd valeurs_;  // increasing, of the scaled matrix times the scale
     double echelle_ = 1;
+    Eigen::MatrixXd tous_;     // small matrices: every vector, from the full decomposition
 };
 
 }  // namespace axisolve

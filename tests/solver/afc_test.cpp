@@ -11,7 +11,10 @@
 #include <random>
 #include <string>
 
+#include <omp.h>
+
 #include "solver/afc.hpp"
+#include "solver/propres.hpp"
 #include "support/support.hpp"
 
 namespace {
@@ -23,7 +26,7 @@ using telvoris::test::Lire;
 using telvoris::test::Lignes;
 namespace fs = std::filesystem;
 
-Matrice Construire(const Eigen::MatrixXd& n) {
+Matrice Construire(const TableauLignes& n) {
     Matrice m;
     m.n = n;
     for (Eigen::Index i = 0; i < n.rows(); ++i) m.lignes.push_back(std::string("L").append(std::to_string(i + 1)));
@@ -283,6 +286,66 @@ TEST(Solveur, NombresAvecPointDecimal) {
     EXPECT_EQ(FormaterPoint(0.1 + 0.2), "0.3");
 }
 
+
+TEST(Solveur, MemesResultatsSurUnOuDeuxCoeurs) {
+    // Tables on both sides of the tile size and of the full-decomposition bound, both shapes.
+    for (const auto& [I, J] : {std::pair{900, 300}, std::pair{70, 600}, std::pair{400, 513}}) {
+        SCOPED_TRACE(std::to_string(I) + " x " + std::to_string(J));
+        const TableauLignes n = TablePoisson(I, J, static_cast<unsigned>(I + J));
+        const int avant = omp_get_max_threads();
+        omp_set_num_threads(1);
+        const Resultat seul = Analyser(Construire(n), 0);
+        omp_set_num_threads(2);
+        const Resultat deux = Analyser(Construire(n), 0);
+        omp_set_num_threads(avant);
+        ASSERT_EQ(seul.valeurs.size(), deux.valeurs.size());
+        EXPECT_EQ(seul.inertie, deux.inertie);
+        EXPECT_LT(((seul.valeurs - deux.valeurs).array() / seul.valeurs.array()).abs().maxCoeff(), 1e-12);
+        EXPECT_LT(EcartColonnes(deux.coordLignes, seul.coordLignes), 1e-12);
+        EXPECT_LT(EcartColonnes(deux.coordColonnes, seul.coordColonnes), 1e-12);
+        EXPECT_LT(EcartColonnes(deux.cos2Lignes, seul.cos2Lignes), 1e-12);
+        EXPECT_EQ(seul.dist2Lignes, deux.dist2Lignes);
+        EXPECT_EQ(seul.dist2Colonnes, deux.dist2Colonnes);
+    }
+}
+
+TEST(Solveur, VecteursParIterationInverse) {
+    // A symmetric matrix with a known spectrum: a double eigenvalue at the top, a triple one, a
+    // cluster closer than the orthogonalisation threshold, a run of zeros, in a random basis.
+    const int q = 150;
+    Eigen::VectorXd spectre(q);
+    for (int i = 0; i < q; ++i) spectre(i) = i < 100 ? 1.0 / (i + 3) : 0;
+    spectre(0) = spectre(1) = 5;
+    spectre(10) = spectre(11) = spectre(12) = 0.25;
+    for (int i = 20; i < 26; ++i) spectre(i) = 0.05 + 1e-9 * i;
+    std::mt19937 gen(5);
+    std::normal_distribution<double> loi;
+    Eigen::MatrixXd a(q, q);
+    for (int i = 0; i < q; ++i)
+        for (int j = 0; j < q; ++j) a(i, j) = loi(gen);
+    const Eigen::MatrixXd base = Eigen::HouseholderQR<Eigen::MatrixXd>(a).householderQ();
+    const Eigen::MatrixXd m = base * spectre.asDiagonal() * base.transpose();
+    Eigen::MatrixXd g = m;
+    const ElementsPropres propres(g);
+    const Eigen::Index k = 60;
+    const Eigen::MatrixXd v = propres.Vecteurs(k);
+    const Eigen::VectorXd& valeurs = propres.Valeurs();
+    Eigen::VectorXd attendues = spectre;
+    std::sort(attendues.data(), attendues.data() + q);
+    EXPECT_LT((valeurs - attendues).cwiseAbs().maxCoeff(), 1e-13);
+    // Orthonormal, and each an eigenvector of its own eigenvalue.
+    EXPECT_LT((v.transpose() * v - Eigen::MatrixXd::Identity(k, k)).cwiseAbs().maxCoeff(), 1e-12);
+    for (Eigen::Index f = 0; f < k; ++f)
+        EXPECT_LT((m * v.col(f) - valeurs(q - 1 - f) * v.col(f)).norm(), 1e-12) << "facteur " << f + 1;
+    // The repeated eigenvalues' vectors span their whole eigenspace.
+    auto projection = [&](int colonneBase, int facteur, int nombre) {
+        const Eigen::MatrixXd espace = base.middleCols(colonneBase, nombre);
+        return (espace.transpose() * v.middleCols(facteur, nombre)).squaredNorm();
+    };
+    EXPECT_NEAR(projection(0, 0, 2), 2, 1e-12);
+    EXPECT_NEAR(projection(10, 2, 3), 3, 1e-12);  // 0.25 comes after 5, 5, before 1/5
+}
+
 #ifdef TELVORIS_AXISOLVE
 // Runs the program; returns its exit status, with its error output in `erreurs`.
 int Lancer(const std::string& arguments, const fs::path& dossier, std::string& erreurs) {
@@ -415,6 +478,31 @@ TEST(Solveur, FichiersDuProgrammeContreUneSvd) {
     EXPECT_EQ(dl.col(0), dl.col(28));
     const Eigen::MatrixXd dc = LireNombres(d / "disco.txt");
     EXPECT_LT(((dc.col(0) - ref.d2G).array() / ref.d2G.array()).abs().maxCoeff(), 1e-9);
+}
+TEST(Solveur, FichiersDeReferenceOctetPourOctet) {
+    // The result files written before the computation moved to every core, kept as they were.
+    // "bruit" (40 x 12, eleven factors) goes through the fused multiply-add products: its files
+    // may differ at the twelfth digit, never more; the three others are byte for byte.
+    const fs::path fixtures = telvoris::test::DossierSource() / "tests/fixtures/solveur";
+    const char* fichiers[] = {"eigen", "corli", "conli", "cosli", "disli", "corco", "conco", "cosco", "disco"};
+    for (const char* nom : {"presse", "large", "fins_de_ligne", "bruit"}) {
+        SCOPED_TRACE(nom);
+        DossierTemporaire t;
+        std::string erreurs;
+        ASSERT_EQ(Lancer(Options(t.Chemin()) + "'" + (fixtures / (std::string(nom) + ".txt")).string() + "'", t.Chemin(), erreurs), 0)
+            << erreurs;
+        for (const char* f : fichiers) {
+            const fs::path attendu = fixtures / nom / (std::string(f) + ".txt"), obtenu = t.Chemin() / (std::string(f) + ".txt");
+            if (std::string(nom) != "bruit") {
+                EXPECT_EQ(Lire(obtenu), Lire(attendu)) << f;
+                continue;
+            }
+            const Eigen::MatrixXd a = LireNombres(attendu), b = LireNombres(obtenu);
+            ASSERT_EQ(a.rows(), b.rows()) << f;
+            ASSERT_EQ(a.cols(), b.cols()) << f;
+            EXPECT_LT(EcartColonnes(b, a), 1e-11) << f;
+        }
+    }
 }
 #endif
 
