@@ -11,7 +11,9 @@
 #include <random>
 #include <string>
 
+#ifdef _OPENMP
 #include <omp.h>
+#endif
 
 #include "solver/afc.hpp"
 #include "solver/propres.hpp"
@@ -287,6 +289,7 @@ TEST(Solveur, NombresAvecPointDecimal) {
 }
 
 
+#ifdef _OPENMP
 TEST(Solveur, MemesResultatsSurUnOuDeuxCoeurs) {
     // Tables on both sides of the tile size and of the full-decomposition bound, both shapes.
     for (const auto& [I, J] : {std::pair{900, 300}, std::pair{70, 600}, std::pair{400, 513}}) {
@@ -308,6 +311,7 @@ TEST(Solveur, MemesResultatsSurUnOuDeuxCoeurs) {
         EXPECT_EQ(seul.dist2Colonnes, deux.dist2Colonnes);
     }
 }
+#endif
 
 TEST(Solveur, VecteursParIterationInverse) {
     // A symmetric matrix with a known spectrum: a double eigenvalue at the top, a triple one, a
