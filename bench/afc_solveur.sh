@@ -79,7 +79,7 @@ for taille in 20000x1000 50000x2000; do
     dire ""
     dire "matrice $lignes x $colonnes ($(du -m "$matrice" | cut -f1) Mo, doubles : $((lignes * colonnes * 8 / 1048576)) Mo), $facteurs facteurs écrits"
     dire "  axisolve : ${s} s (${cpu} s de processeur), mémoire maximale ${mo} Mo"
-    dire "             $(grep -E 'lues en|calcul en' "$dossier/axisolve.log" | sed 's/^axisolve : //' | tr '\n' ' ')"
+    dire "             $(grep -E 'lues en|calcul en|écrits en' "$dossier/axisolve.log" | sed 's/^axisolve : //' | tr '\n' ' ')"
     if [ "$sans_r" = 1 ] || { [ "$taille" = 50000x2000 ] && [ "$r_grand" = 0 ]; }; then
         dire "  R ca : non lancé (--r-grand pour ce format)"
         continue

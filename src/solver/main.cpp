@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <iostream>
 #include <string>
 
@@ -24,10 +25,18 @@ void Usage(std::ostream& os) {
        << axisolve::FACTEURS_PAR_DEFAUT << ", 0 = tous).\n";
 }
 
-// Seconds since `debut`, to the hundredth.
-std::string Duree(std::chrono::steady_clock::time_point debut) {
+// Seconds since `debut`, to the hundredth, and the processor seconds of all threads since the
+// last call (since the start for `total`): on a shared machine the second figure says what the
+// work itself cost.
+std::string Duree(std::chrono::steady_clock::time_point debut, bool total = false) {
+    static std::clock_t processeur = 0;
+    if (total) processeur = 0;
+    const std::clock_t maintenant = std::clock();
     const double secondes = std::chrono::duration<double>(std::chrono::steady_clock::now() - debut).count();
-    return axisolve::FormaterPoint(std::round(secondes * 100) / 100);
+    const double cpu = static_cast<double>(maintenant - processeur) / CLOCKS_PER_SEC;
+    processeur = maintenant;
+    return axisolve::FormaterPoint(std::round(secondes * 100) / 100) + " s (" +
+           axisolve::FormaterPoint(std::round(cpu * 100) / 100) + " s de processeur)";
 }
 
 }  // namespace
@@ -98,12 +107,14 @@ int main(int argc, char** argv) {
         std::cout << "axisolve : lecture de " << matrice << std::endl;
         Matrice m = LireFichierMatrice(matrice);
         std::cout << "axisolve : " << m.lignes.size() << " lignes, " << m.colonnes.size() << " colonnes, lues en "
-                  << Duree(debut) << " s" << std::endl;
+                  << Duree(debut) << std::endl;
         const auto calcul = std::chrono::steady_clock::now();
         const Resultat r = AnalyserEnPlace(m, facteurs);
         std::cout << "axisolve : inertie totale " << FormaterPoint(r.inertie) << ", " << r.facteursNonTriviaux
-                  << " facteurs, " << r.valeurs.size() << " écrits ; calcul en " << Duree(calcul) << " s" << std::endl;
+                  << " facteurs, " << r.valeurs.size() << " écrits ; calcul en " << Duree(calcul) << std::endl;
+        const auto ecriture = std::chrono::steady_clock::now();
         EcrireResultats(m, r, s);
+        std::cout << "axisolve : résultats écrits en " << Duree(ecriture) << std::endl;
     } catch (const ErreurSolveur& e) {
         std::cerr << "axisolve : " << e.what() << "\n";
         return kErreur;
@@ -111,6 +122,6 @@ int main(int argc, char** argv) {
         std::cerr << "axisolve : mémoire insuffisante pour cette matrice\n";
         return kErreur;
     }
-    std::cout << "axisolve : terminé en " << Duree(debut) << " s" << std::endl;
+    std::cout << "axisolve : terminé en " << Duree(debut, true) << std::endl;
     return kFait;
 }
