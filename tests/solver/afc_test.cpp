@@ -134,7 +134,7 @@ void Verifier(const Eigen::MatrixXd& n, int facteurs, const char* quoi) {
     }
 }
 
-// Poisson counts around a table with three structured factors, so the spectrum has a head and a
+// Poisson counts around a table with three structured factors, so the eigenvalues have a head and a
 // noisy tail.
 Eigen::MatrixXd TablePoisson(int I, int J, unsigned graine) {
     std::mt19937 gen(graine);
@@ -314,27 +314,27 @@ TEST(Solveur, MemesResultatsSurUnOuDeuxCoeurs) {
 #endif
 
 TEST(Solveur, VecteursParIterationInverse) {
-    // A symmetric matrix with a known spectrum: a double eigenvalue at the top, a triple one, a
+    // A symmetric matrix with known eigenvalues: a double eigenvalue at the top, a triple one, a
     // cluster closer than the orthogonalisation threshold, a run of zeros, in a random basis.
     const int q = 150;
-    Eigen::VectorXd spectre(q);
-    for (int i = 0; i < q; ++i) spectre(i) = i < 100 ? 1.0 / (i + 3) : 0;
-    spectre(0) = spectre(1) = 5;
-    spectre(10) = spectre(11) = spectre(12) = 0.25;
-    for (int i = 20; i < 26; ++i) spectre(i) = 0.05 + 1e-9 * i;
+    Eigen::VectorXd imposees(q);
+    for (int i = 0; i < q; ++i) imposees(i) = i < 100 ? 1.0 / (i + 3) : 0;
+    imposees(0) = imposees(1) = 5;
+    imposees(10) = imposees(11) = imposees(12) = 0.25;
+    for (int i = 20; i < 26; ++i) imposees(i) = 0.05 + 1e-9 * i;
     std::mt19937 gen(5);
     std::normal_distribution<double> loi;
     Eigen::MatrixXd a(q, q);
     for (int i = 0; i < q; ++i)
         for (int j = 0; j < q; ++j) a(i, j) = loi(gen);
     const Eigen::MatrixXd base = Eigen::HouseholderQR<Eigen::MatrixXd>(a).householderQ();
-    const Eigen::MatrixXd m = base * spectre.asDiagonal() * base.transpose();
+    const Eigen::MatrixXd m = base * imposees.asDiagonal() * base.transpose();
     Eigen::MatrixXd g = m;
     const ElementsPropres propres(g);
     const Eigen::Index k = 60;
     const Eigen::MatrixXd v = propres.Vecteurs(k);
     const Eigen::VectorXd& valeurs = propres.Valeurs();
-    Eigen::VectorXd attendues = spectre;
+    Eigen::VectorXd attendues = imposees;
     std::sort(attendues.data(), attendues.data() + q);
     EXPECT_LT((valeurs - attendues).cwiseAbs().maxCoeff(), 1e-13);
     // Orthonormal, and each an eigenvector of its own eigenvalue.
