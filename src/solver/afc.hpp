@@ -1,34 +1,14 @@
-// The correspondence analysis computed by axisolve: reading a matrix text file, the factorial
-// computation on the smaller side's cross-product, and the nine result files.
+// The correspondence analysis computed by axisolve: the factorial computation on the smaller
+// side's cross-product, and the nine result files.
 #pragma once
 
-#include <Eigen/Dense>
-#include <stdexcept>
+#include <Eigen/Core>
 #include <string>
-#include <string_view>
-#include <vector>
+
+#include "solver/matrice.hpp"
+#include "solver/nombres.hpp"
 
 namespace axisolve {
-
-// A malformed or degenerate matrix, a file that cannot be read or written: the message says which
-// and where (UTF-8 for the terminal; item names are quoted as bytes).
-class ErreurSolveur : public std::runtime_error {
-public:
-    explicit ErreurSolveur(const std::string& message) : std::runtime_error(message) {}
-};
-
-struct Matrice {
-    std::vector<std::string> lignes;    // row names, as bytes
-    std::vector<std::string> colonnes;  // column names, as bytes
-    Eigen::MatrixXd n;                  // cells, lignes.size() x colonnes.size()
-};
-
-// Reads a matrix text file's content: line 1 a corner (text up to its first tab) then the column
-// names behind tabs; each further line a row name and one cell per column behind a tab. Cells are
-// non-negative numbers (decimal point or comma). Empty lines at the end are ignored. `source`
-// names the file in messages.
-Matrice LireMatrice(std::string_view texte, std::string_view source);
-Matrice LireFichierMatrice(const std::string& chemin);
 
 // Factors kept when the caller does not say: enough for every map, bounded so that the result
 // files of a 20,000-row matrix stay small.
@@ -48,11 +28,11 @@ struct Resultat {
 // that its column coordinate of largest magnitude (the first one among equals) is positive.
 // A matrix with a zero row or column sum, fewer than two rows or columns, or no inertia is
 // degenerate and reported as such.
-Resultat Analyser(const Matrice& m, int maxFacteurs = FACTEURS_PAR_DEFAUT);
-
-// A number with a decimal point, 12 significant digits (far beyond what the maps use, and short of
-// the last digits where rounding noise lies), never in exponent form.
-std::string FormaterPoint(double x);
+// The cells are turned into the standardised residuals where they stand and then released, so
+// that the largest matrices need no second copy: `m.n` is empty afterwards, the names stay.
+Resultat AnalyserEnPlace(Matrice& m, int maxFacteurs = FACTEURS_PAR_DEFAUT);
+// The same on a copy.
+inline Resultat Analyser(Matrice m, int maxFacteurs = FACTEURS_PAR_DEFAUT) { return AnalyserEnPlace(m, maxFacteurs); }
 
 struct Sorties {
     std::string eigen, rcoor, rcontrib, rcos2, rdisto, ccoor, ccontrib, ccos2, cdisto;
@@ -60,8 +40,9 @@ struct Sorties {
 
 // Writes the nine files: a header line, then eigen.txt one line per factor (number, eigenvalue,
 // percentage of inertia, cumulated percentage), the others one line per item (name, one field per
-// factor). Each file is written whole under a temporary name and then renamed, so a reader never
-// sees a half-written file.
+// factor). Each file is written by blocks under a temporary name and then renamed, so a reader never
+// sees a half-written file. The files are written in parallel; on failure the message names the
+// first failing file in the order above.
 void EcrireResultats(const Matrice& m, const Resultat& r, const Sorties& s);
 
 }  // namespace axisolve

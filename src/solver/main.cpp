@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <iostream>
 #include <string>
 
@@ -22,6 +23,20 @@ void Usage(std::ostream& os) {
           "  cosinus carrés et distances des lignes (r...) et des colonnes (c...).\n"
           "  --facteurs=K : nombre de facteurs écrits (défaut "
        << axisolve::FACTEURS_PAR_DEFAUT << ", 0 = tous).\n";
+}
+
+// Seconds since `debut`, to the hundredth, and the processor seconds of all threads since the
+// last call (since the start for `total`): on a shared machine the second figure says what the
+// work itself cost.
+std::string Duree(std::chrono::steady_clock::time_point debut, bool total = false) {
+    static std::clock_t processeur = 0;
+    if (total) processeur = 0;
+    const std::clock_t maintenant = std::clock();
+    const double secondes = std::chrono::duration<double>(std::chrono::steady_clock::now() - debut).count();
+    const double cpu = static_cast<double>(maintenant - processeur) / CLOCKS_PER_SEC;
+    processeur = maintenant;
+    return axisolve::FormaterPoint(std::round(secondes * 100) / 100) + " s (" +
+           axisolve::FormaterPoint(std::round(cpu * 100) / 100) + " s de processeur)";
 }
 
 }  // namespace
@@ -90,12 +105,16 @@ int main(int argc, char** argv) {
     const auto debut = std::chrono::steady_clock::now();
     try {
         std::cout << "axisolve : lecture de " << matrice << std::endl;
-        const Matrice m = LireFichierMatrice(matrice);
-        std::cout << "axisolve : " << m.lignes.size() << " lignes, " << m.colonnes.size() << " colonnes" << std::endl;
-        const Resultat r = Analyser(m, facteurs);
+        Matrice m = LireFichierMatrice(matrice);
+        std::cout << "axisolve : " << m.lignes.size() << " lignes, " << m.colonnes.size() << " colonnes, lues en "
+                  << Duree(debut) << std::endl;
+        const auto calcul = std::chrono::steady_clock::now();
+        const Resultat r = AnalyserEnPlace(m, facteurs);
         std::cout << "axisolve : inertie totale " << FormaterPoint(r.inertie) << ", " << r.facteursNonTriviaux
-                  << " facteurs, " << r.valeurs.size() << " écrits" << std::endl;
+                  << " facteurs, " << r.valeurs.size() << " écrits ; calcul en " << Duree(calcul) << std::endl;
+        const auto ecriture = std::chrono::steady_clock::now();
         EcrireResultats(m, r, s);
+        std::cout << "axisolve : résultats écrits en " << Duree(ecriture) << std::endl;
     } catch (const ErreurSolveur& e) {
         std::cerr << "axisolve : " << e.what() << "\n";
         return kErreur;
@@ -103,8 +122,6 @@ int main(int argc, char** argv) {
         std::cerr << "axisolve : mémoire insuffisante pour cette matrice\n";
         return kErreur;
     }
-    const double secondes =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - debut).count();
-    std::cout << "axisolve : terminé en " << FormaterPoint(std::round(secondes * 100) / 100) << " s" << std::endl;
+    std::cout << "axisolve : terminé en " << Duree(debut, true) << std::endl;
     return kFait;
 }

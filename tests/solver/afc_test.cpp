@@ -11,7 +11,12 @@
 #include <random>
 #include <string>
 
+#ifdef _OPENMP
+#include <omp.h>
+#endif
+
 #include "solver/afc.hpp"
+#include "solver/propres.hpp"
 #include "support/support.hpp"
 
 namespace {
@@ -23,7 +28,7 @@ using telvoris::test::Lire;
 using telvoris::test::Lignes;
 namespace fs = std::filesystem;
 
-Matrice Construire(const Eigen::MatrixXd& n) {
+Matrice Construire(const TableauLignes& n) {
     Matrice m;
     m.n = n;
     for (Eigen::Index i = 0; i < n.rows(); ++i) m.lignes.push_back(std::string("L").append(std::to_string(i + 1)));
@@ -129,7 +134,7 @@ void Verifier(const Eigen::MatrixXd& n, int facteurs, const char* quoi) {
     }
 }
 
-// Poisson counts around a table with three structured factors, so the spectrum has a head and a
+// Poisson counts around a table with three structured factors, so the eigenvalues have a head and a
 // noisy tail.
 Eigen::MatrixXd TablePoisson(int I, int J, unsigned graine) {
     std::mt19937 gen(graine);
@@ -283,6 +288,68 @@ TEST(Solveur, NombresAvecPointDecimal) {
     EXPECT_EQ(FormaterPoint(0.1 + 0.2), "0.3");
 }
 
+
+#ifdef _OPENMP
+TEST(Solveur, MemesResultatsSurUnOuDeuxCoeurs) {
+    // Tables on both sides of the tile size and of the full-decomposition bound, both shapes.
+    for (const auto& [I, J] : {std::pair{900, 300}, std::pair{70, 600}, std::pair{400, 513}}) {
+        SCOPED_TRACE(std::to_string(I) + " x " + std::to_string(J));
+        const TableauLignes n = TablePoisson(I, J, static_cast<unsigned>(I + J));
+        const int avant = omp_get_max_threads();
+        omp_set_num_threads(1);
+        const Resultat seul = Analyser(Construire(n), 0);
+        omp_set_num_threads(2);
+        const Resultat deux = Analyser(Construire(n), 0);
+        omp_set_num_threads(avant);
+        ASSERT_EQ(seul.valeurs.size(), deux.valeurs.size());
+        EXPECT_EQ(seul.inertie, deux.inertie);
+        EXPECT_LT(((seul.valeurs - deux.valeurs).array() / seul.valeurs.array()).abs().maxCoeff(), 1e-12);
+        EXPECT_LT(EcartColonnes(deux.coordLignes, seul.coordLignes), 1e-12);
+        EXPECT_LT(EcartColonnes(deux.coordColonnes, seul.coordColonnes), 1e-12);
+        EXPECT_LT(EcartColonnes(deux.cos2Lignes, seul.cos2Lignes), 1e-12);
+        EXPECT_EQ(seul.dist2Lignes, deux.dist2Lignes);
+        EXPECT_EQ(seul.dist2Colonnes, deux.dist2Colonnes);
+    }
+}
+#endif
+
+TEST(Solveur, VecteursParIterationInverse) {
+    // A symmetric matrix with known eigenvalues: a double eigenvalue at the top, a triple one, a
+    // cluster closer than the orthogonalisation threshold, a run of zeros, in a random basis.
+    const int q = 150;
+    Eigen::VectorXd imposees(q);
+    for (int i = 0; i < q; ++i) imposees(i) = i < 100 ? 1.0 / (i + 3) : 0;
+    imposees(0) = imposees(1) = 5;
+    imposees(10) = imposees(11) = imposees(12) = 0.25;
+    for (int i = 20; i < 26; ++i) imposees(i) = 0.05 + 1e-9 * i;
+    std::mt19937 gen(5);
+    std::normal_distribution<double> loi;
+    Eigen::MatrixXd a(q, q);
+    for (int i = 0; i < q; ++i)
+        for (int j = 0; j < q; ++j) a(i, j) = loi(gen);
+    const Eigen::MatrixXd base = Eigen::HouseholderQR<Eigen::MatrixXd>(a).householderQ();
+    const Eigen::MatrixXd m = base * imposees.asDiagonal() * base.transpose();
+    Eigen::MatrixXd g = m;
+    const ElementsPropres propres(g);
+    const Eigen::Index k = 60;
+    const Eigen::MatrixXd v = propres.Vecteurs(k);
+    const Eigen::VectorXd& valeurs = propres.Valeurs();
+    Eigen::VectorXd attendues = imposees;
+    std::sort(attendues.data(), attendues.data() + q);
+    EXPECT_LT((valeurs - attendues).cwiseAbs().maxCoeff(), 1e-13);
+    // Orthonormal, and each an eigenvector of its own eigenvalue.
+    EXPECT_LT((v.transpose() * v - Eigen::MatrixXd::Identity(k, k)).cwiseAbs().maxCoeff(), 1e-12);
+    for (Eigen::Index f = 0; f < k; ++f)
+        EXPECT_LT((m * v.col(f) - valeurs(q - 1 - f) * v.col(f)).norm(), 1e-12) << "facteur " << f + 1;
+    // The repeated eigenvalues' vectors span their whole eigenspace.
+    auto projection = [&](int colonneBase, int facteur, int nombre) {
+        const Eigen::MatrixXd espace = base.middleCols(colonneBase, nombre);
+        return (espace.transpose() * v.middleCols(facteur, nombre)).squaredNorm();
+    };
+    EXPECT_NEAR(projection(0, 0, 2), 2, 1e-12);
+    EXPECT_NEAR(projection(10, 2, 3), 3, 1e-12);  // 0.25 comes after 5, 5, before 1/5
+}
+
 #ifdef TELVORIS_AXISOLVE
 // Runs the program; returns its exit status, with its error output in `erreurs`.
 int Lancer(const std::string& arguments, const fs::path& dossier, std::string& erreurs) {
@@ -415,6 +482,52 @@ TEST(Solveur, FichiersDuProgrammeContreUneSvd) {
     EXPECT_EQ(dl.col(0), dl.col(28));
     const Eigen::MatrixXd dc = LireNombres(d / "disco.txt");
     EXPECT_LT(((dc.col(0) - ref.d2G).array() / ref.d2G.array()).abs().maxCoeff(), 1e-9);
+}
+// Pieces of `texte` between separators.
+std::vector<std::string> Decouper(const std::string& texte, const std::string& separateur) {
+    std::vector<std::string> morceaux;
+    std::size_t debut = 0;
+    while (true) {
+        const std::size_t fin = texte.find(separateur, debut);
+        morceaux.push_back(texte.substr(debut, fin - debut));
+        if (fin == std::string::npos) return morceaux;
+        debut = fin + separateur.size();
+    }
+}
+
+TEST(Solveur, FichiersDeReference) {
+    // The result files written before the computation moved to every core, kept as they were.
+    // Headers, names, line ends and the form of every number are the same; a number may differ at
+    // its twelfth digit only, where the build's arithmetic (fused multiply-add, the sanitizers'
+    // optimisation level) moves the last bits: within 1e-11 of its factor's largest, and in a few
+    // fields at most, or the writing itself has changed.
+    const fs::path fixtures = telvoris::test::DossierSource() / "tests/fixtures/solveur";
+    const char* fichiers[] = {"eigen", "corli", "conli", "cosli", "disli", "corco", "conco", "cosco", "disco"};
+    for (const char* nom : {"presse", "large", "fins_de_ligne", "bruit"}) {
+        SCOPED_TRACE(nom);
+        DossierTemporaire t;
+        std::string erreurs;
+        ASSERT_EQ(Lancer(Options(t.Chemin()) + "'" + (fixtures / (std::string(nom) + ".txt")).string() + "'", t.Chemin(), erreurs), 0)
+            << erreurs;
+        for (const char* f : fichiers) {
+            SCOPED_TRACE(f);
+            const fs::path attendu = fixtures / nom / (std::string(f) + ".txt"), obtenu = t.Chemin() / (std::string(f) + ".txt");
+            const std::string a = Lire(attendu), b = Lire(obtenu);
+            if (a == b) continue;
+            const std::vector<std::string> la = Decouper(a, "\r\n"), lb = Decouper(b, "\r\n");
+            ASSERT_EQ(la.size(), lb.size());
+            EXPECT_EQ(la[0], lb[0]);
+            std::size_t champs = 0, differents = 0;
+            for (std::size_t i = 1; i < la.size(); ++i) {
+                const std::vector<std::string> ca = Decouper(la[i], "\t"), cb = Decouper(lb[i], "\t");
+                ASSERT_EQ(ca.size(), cb.size()) << la[i];
+                EXPECT_EQ(ca[0], cb[0]);
+                for (std::size_t c = 1; c < ca.size(); ++c, ++champs) differents += ca[c] != cb[c];
+            }
+            EXPECT_LE(differents, 1 + champs / 20) << differents << " champs sur " << champs;
+            EXPECT_LT(EcartColonnes(LireNombres(obtenu), LireNombres(attendu)), 1e-11);
+        }
+    }
 }
 #endif
 
