@@ -11,8 +11,16 @@
 
 namespace telvoris {
 
-void AjouterCodePosition(std::string& liste, long long v) {
-    if (v < 0 || v > MAX_POSITION) LimiteDepassee("MAX_POSITION", MAX_POSITION, "positions dans le corpus");
+void AjouterCodePosition(std::string& liste, long long v, int largeur) {
+    if (largeur == LARGEUR_CODE_LONGUE) {
+        if (v < 0 || v > MAX_POSITION_LONGUE)
+            LimiteDepassee("MAX_POSITION_LONGUE", MAX_POSITION_LONGUE, "positions dans le corpus");
+        const long long q0 = v / 10648000;
+        liste.push_back(static_cast<char>(q0 + 34));
+        v -= q0 * 10648000;
+    } else if (v < 0 || v > MAX_POSITION) {
+        LimiteDepassee("MAX_POSITION", MAX_POSITION, "positions dans le corpus");
+    }
     const long long q1 = v / 48400;
     const long long q2 = (v - q1 * 48400) / TAILLE_TRANCHE;
     const long long q3 = v - q1 * 48400 - q2 * TAILLE_TRANCHE;
@@ -21,10 +29,21 @@ void AjouterCodePosition(std::string& liste, long long v) {
     liste.push_back(static_cast<char>(q3 + 33));
 }
 
-std::string CodePosition(long long v) {
+std::string CodePosition(long long v, int largeur) {
     std::string s;
-    AjouterCodePosition(s, v);
+    AjouterCodePosition(s, v, largeur);
     return s;
+}
+
+int LireLargeurCode(const std::filesystem::path& index) {
+    std::string contenu;
+    const auto fichier = index / kFichierLargeurCode;
+    if (!LirePetitFichier(fichier, contenu)) return LARGEUR_CODE_COURTE;
+    while (!contenu.empty() && (contenu.back() == '\n' || contenu.back() == '\r' || contenu.back() == ' ')) contenu.pop_back();
+    if (contenu == "3") return LARGEUR_CODE_COURTE;
+    if (contenu == "4") return LARGEUR_CODE_LONGUE;
+    throw ErreurExecution(Joindre("Largeur des codes de position inconnue (3 ou 4 attendu) dans le fichier : "_cp,
+                                  TexteChemin(fichier)));
 }
 
 Casier CalculerCasier(std::string_view s) {

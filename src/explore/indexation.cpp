@@ -115,8 +115,8 @@ bool EstLigneMeta(std::string_view ligne) { return ligne.size() >= 12 && ligne.s
 
 class Constructeur {
 public:
-    Constructeur(const std::filesystem::path& dossier, bool plier)
-        : dossier_(dossier), plier_(plier) {}
+    Constructeur(const std::filesystem::path& dossier, bool plier, int largeur)
+        : dossier_(dossier), plier_(plier), largeur_(largeur) {}
 
     void Commencer() {
         for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE", "DICTIONNAIRES",
@@ -125,6 +125,9 @@ public:
             CreerDossier(dossier_ / d);
         controle_.emplace(dossier_ / "controle.txt");
         lonparts_.emplace(dossier_ / "LONPARTS_M.txt");
+        // Three-character indexes carry no declaration, so that they stay as they always were.
+        if (largeur_ != LARGEUR_CODE_COURTE)
+            EcrirePetitFichier(dossier_ / kFichierLargeurCode, Joindre(Nombre(largeur_), "\r\n"));
     }
 
     void Texte(const std::filesystem::path& olbrin, const std::string& nom) {
@@ -248,7 +251,7 @@ private:
         if (liste != "!") {
             listeReecrite_.clear();
             for (std::size_t p = 0; p + 3 <= liste.size(); p += 3)
-                AjouterCodePosition(listeReecrite_, LireCodePosition(liste.data() + p) + cumul_);
+                AjouterCodePosition(listeReecrite_, LireCodePosition(liste.data() + p) + cumul_, largeur_);
         }
         bool nouvelle;
         if (const auto it = balises_.index.find(balise); it != balises_.index.end()) {
@@ -419,6 +422,7 @@ private:
 
     std::filesystem::path dossier_;
     bool plier_;
+    int largeur_;
     std::optional<EcrivainFichier> controle_, lonparts_;
     std::array<std::string, 4> tampons_;
     LigneJetons jetons_;
@@ -441,11 +445,30 @@ std::filesystem::path DossierIndex(const ListeTextes& liste) {
     return Chemin(liste.doss_racine, Joindre(liste.nom, "_QORX_INDEX"));
 }
 
-void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue) {
+long long CompterJetonsCorpus(const ListeTextes& liste) {
+    const auto olbrin = liste.doss_racine / "OLBRIN_TT" / "NB_PARTITIONS";
+    std::string contenu;
+    long long total = 0;
+    for (const auto& nom : liste.noms) {
+        LireFichier(Chemin(olbrin, Joindre(nom, ".txt")), contenu);
+        LecteurLignes l(contenu);
+        std::string_view ligne;
+        while (l.Suivante(ligne)) total += ValeurEntiere(ligne);
+    }
+    return total;
+}
+
+void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue,
+                     int largeur) {
     const auto olbrin = liste.doss_racine / "OLBRIN_TT";
     // The index is marked as half-made until its last file is written: the opening refuses it.
     MarqueChantier marque(MarqueIndexExploration(dossier), "Indexer");
-    Constructeur c(dossier, plier);
+    // The width of the position codes is fixed before any list is written: the token count
+    // of the whole corpus decides it.
+    if (largeur == 0) largeur = LargeurCodePour(CompterJetonsCorpus(liste));
+    if (largeur != LARGEUR_CODE_COURTE && largeur != LARGEUR_CODE_LONGUE)
+        throw ErreurExecution(Joindre("Largeur des codes de position impossible : "_cp, Nombre(largeur)));
+    Constructeur c(dossier, plier, largeur);
     c.Commencer();
     const long long n = static_cast<long long>(liste.noms.size());
     for (long long i = 0; i < n; ++i) {
