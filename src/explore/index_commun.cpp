@@ -29,7 +29,9 @@ void AjouterCodePosition(std::string& liste, long long v, int largeur) {
     liste.push_back(static_cast<char>(q3 + 33));
 }
 
-std::string CodePosition(long long v, int largeur) {
+std::string CodePosition(long long v) { return CodePositionLarge(v, LARGEUR_CODE_COURTE); }
+
+std::string CodePositionLarge(long long v, int largeur) {
     std::string s;
     AjouterCodePosition(s, v, largeur);
     return s;

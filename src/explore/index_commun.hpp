@@ -26,7 +26,8 @@ inline constexpr std::string_view kSeparateurPartitions = "<---------->";
 
 // Appends the `largeur` (3 or 4) characters of position v.
 void AjouterCodePosition(std::string& liste, long long v, int largeur = LARGEUR_CODE_COURTE);
-std::string CodePosition(long long v, int largeur = LARGEUR_CODE_COURTE);
+std::string CodePosition(long long v);
+std::string CodePositionLarge(long long v, int largeur);
 // The value of the three characters at p.
 inline long long LireCodePosition(const char* p) {
     const long long d1 = static_cast<unsigned char>(p[0]) - 33;

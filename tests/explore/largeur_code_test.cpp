@@ -30,22 +30,22 @@ std::string Octets(std::initializer_list<int> v) {
 
 TEST(LargeurCode, QuatreCaracteresAuxBornes) {
     // Hand-worked: 220^3 = 10,648,000 is the weight of the added digit, whose zero is 34 too.
-    EXPECT_EQ(CodePosition(0, 4), Octets({34, 34, 34, 33}));
-    EXPECT_EQ(CodePosition(10647999, 4), Octets({34, 253, 253, 252}));
-    EXPECT_EQ(CodePosition(10648000, 4), Octets({35, 34, 34, 33}));
+    EXPECT_EQ(CodePositionLarge(0, 4), Octets({34, 34, 34, 33}));
+    EXPECT_EQ(CodePositionLarge(10647999, 4), Octets({34, 253, 253, 252}));
+    EXPECT_EQ(CodePositionLarge(10648000, 4), Octets({35, 34, 34, 33}));
     // The first position that three characters cannot hold: 1 x 220^3 + 2 x 48,400.
     EXPECT_EQ(MAX_POSITION, 10744799);
-    EXPECT_EQ(CodePosition(MAX_POSITION + 1, 4), Octets({35, 36, 34, 33}));
-    EXPECT_EQ(CodePosition(MAX_POSITION_LONGUE, 4), Octets({255, 253, 253, 252}));
-    EXPECT_THROW(CodePosition(MAX_POSITION_LONGUE + 1, 4), ErreurExecution);
-    EXPECT_THROW(CodePosition(-1, 4), ErreurExecution);
+    EXPECT_EQ(CodePositionLarge(MAX_POSITION + 1, 4), Octets({35, 36, 34, 33}));
+    EXPECT_EQ(CodePositionLarge(MAX_POSITION_LONGUE, 4), Octets({255, 253, 253, 252}));
+    EXPECT_THROW(CodePositionLarge(MAX_POSITION_LONGUE + 1, 4), ErreurExecution);
+    EXPECT_THROW(CodePositionLarge(-1, 4), ErreurExecution);
     // Below 220^3 a four-character code is the three-character one behind a zero digit.
     for (long long v : {1LL, 219LL, 220LL, 221LL, 48399LL, 48400LL, 10000000LL}) {
-        EXPECT_EQ(CodePosition(v, 4), "\"" + CodePosition(v)) << v;
-        EXPECT_EQ(LireCodePosition(CodePosition(v, 4).data(), 4), v);
+        EXPECT_EQ(CodePositionLarge(v, 4), "\"" + CodePosition(v)) << v;
+        EXPECT_EQ(LireCodePosition(CodePositionLarge(v, 4).data(), 4), v);
     }
     for (long long v : {MAX_POSITION, MAX_POSITION + 1, 10648000LL * 7 + 12345, 2000000000LL, MAX_POSITION_LONGUE})
-        EXPECT_EQ(LireCodePosition(CodePosition(v, 4).data(), 4), v) << v;
+        EXPECT_EQ(LireCodePosition(CodePositionLarge(v, 4).data(), 4), v) << v;
     EXPECT_EQ(LargeurCodePour(MAX_POSITION), 3);
     EXPECT_EQ(LargeurCodePour(MAX_POSITION + 1), 4);
 
@@ -161,7 +161,7 @@ TEST(LargeurCode, IndexDeQuatreCaracteresLuCommeTroisCaracteres) {
             const auto t2 = ligne.find('\t', ligne.find('\t') + 1);
             attendu += ligne.substr(0, t2 + 1);
             for (std::size_t p = t2 + 1; p + 3 <= ligne.size(); p += 3) {
-                attendu += CodePosition(LireCodePosition(ligne.data() + p), 4);
+                attendu += CodePositionLarge(LireCodePosition(ligne.data() + p), 4);
                 ++listes;
             }
             attendu += "\r\n";
