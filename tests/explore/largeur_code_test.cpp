@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "core/erreurs.hpp"
 #include "core/liste_textes.hpp"
 #include "core/texte.hpp"
 #include "corpus_test.hpp"
 #include "explore/distribution.hpp"
+#include "explore/ecriture_fond.hpp"
 #include "explore/index_commun.hpp"
 #include "explore/indexation.hpp"
 #include "explore/navigation.hpp"
@@ -280,6 +282,59 @@ TEST(LargeurCode, MotDePlusDeCinquanteMilleOccurrences) {
         EXPECT_EQ(casier.back().cle, "b0001");
         EXPECT_EQ(casier.back().parties, "/4-1");
     }
+}
+
+}  // namespace
+}  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+// Every file of a tree, by relative path, with its content.
+std::map<std::string, std::string> Arbre(const std::filesystem::path& racine) {
+    std::map<std::string, std::string> fichiers;
+    for (const auto& f : std::filesystem::recursive_directory_iterator(racine))
+        fichiers[std::filesystem::relative(f.path(), racine).string() + (f.is_directory() ? "/" : "")] =
+            f.is_directory() ? "" : test::Lire(f.path());
+    return fichiers;
+}
+
+TEST(LargeurCode, IndexReecritSurPlace) {
+    // A wide index of a longer corpus, with a saved result and a stray file, is written over by
+    // the index of a shorter one: the tree is then exactly the one a fresh build gives.
+    test::DossierTemporaire long_, court, neuf;
+    const auto listeLongue = CorpusComparaison(long_.Chemin(), 4);
+    const auto index = CheminIndex(listeLongue);
+    test::Ecrire(index / "SAUVEGARDES" / "CONCORDANCES" / "chat_1.txt", "x");
+    test::Ecrire(index / "LEXINDEX" / "vieux.txt", "x");
+    const auto listeCourte = test::EcrireCorpus(court.Chemin(), {{"c", {test::PartitionNumerotee("<QORX_ATTR T=1 >", 5)}}});
+    const auto listeNeuve = test::EcrireCorpus(neuf.Chemin(), {{"c", {test::PartitionNumerotee("<QORX_ATTR T=1 >", 5)}}});
+    test::DialogueScripte d;
+    ConstruireIndex(ChargerListeTextes(listeCourte), index, true, d);
+    const auto l = ChargerListeTextes(listeNeuve);
+    std::filesystem::create_directories(DossierIndex(l));
+    ConstruireIndex(l, DossierIndex(l), true, d);
+    const auto ecrase = Arbre(index), attendu = Arbre(DossierIndex(l));
+    EXPECT_EQ(ecrase.size(), attendu.size());
+    EXPECT_TRUE(ecrase == attendu);
+    EXPECT_FALSE(ecrase.contains("LARGEUR_CODE.txt"));
+    EXPECT_FALSE(ecrase.contains("TEXTE_ETIQUETE/2.txt"));
+    EXPECT_FALSE(ecrase.contains("TEXTE_AFFICHE/2.txt"));
+    EXPECT_TRUE(ecrase.contains("TEXTE_AFFICHE/1.txt"));
+}
+
+TEST(LargeurCode, EcritureDeFondEchec) {
+    test::DossierTemporaire d;
+    EcritureDeFond fond(16);
+    fond.Ecrire(d.Chemin() / "a.txt", "premier");
+    fond.Ecrire(d.Chemin() / "absent" / "b.txt", "second");
+    try {
+        fond.Terminer();
+        ADD_FAILURE() << "a file in a missing folder was written";
+    } catch (const ErreurExecution& e) {
+        EXPECT_NE(std::string(e.what()).find("absent/b.txt"), std::string::npos) << e.what();
+    }
+    EXPECT_EQ(test::Lire(d.Chemin() / "a.txt"), "premier");
 }
 
 }  // namespace
