@@ -1,6 +1,7 @@
 #include "explore/index_commun.hpp"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <charconv>
@@ -96,7 +97,10 @@ std::filesystem::path CheminIndex(const std::filesystem::path& liste) {
 }
 
 void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu) {
-    const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    // No O_TRUNC: an index written over in place keeps its files, and a file emptied by truncation
+    // has its new content pushed to disk at close by ext4, one file at a time. The tail of a
+    // longer old content is cut after the write instead.
+    const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (fd < 0) throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
     std::size_t ecrits = 0;
     while (ecrits < contenu.size()) {
@@ -106,6 +110,11 @@ void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view co
             throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
         }
         ecrits += static_cast<std::size_t>(n);
+    }
+    struct stat etat {};
+    if (::fstat(fd, &etat) != 0 || (etat.st_size > static_cast<off_t>(ecrits) && ::ftruncate(fd, static_cast<off_t>(ecrits)) != 0)) {
+        ::close(fd);
+        throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
     }
     if (::close(fd) != 0) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }
