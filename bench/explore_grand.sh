@@ -38,9 +38,10 @@ largeur=$(tr -d '\r\n' < "$index/LARGEUR_CODE.txt" 2>/dev/null || echo 3)
 frequent=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | cut -f2 \
     | grep -vxF -f <(tr -d '\r' < "$ress/utilitaires/courts_frequents.txt") | grep -v '^[[:punct:]]*$' | head -1 \
     | iconv -f CP1252 -t UTF-8)
-# A rare word: the most frequent form with 10 to 39 occurrences (one concordance page).
-rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | awk -F'\t' '$1 <= 39 && $1 >= 10 { print $2; exit }' \
-    | iconv -f CP1252 -t UTF-8)
+# A rare word: the first alphabetic form of the fewest occurrences (a corpus made by repeating
+# its source has few rare words: its count is reported).
+rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -P '\t[a-z]{4,}$' | tail -1 | cut -f2)
+rare_compte=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -P "\t${rare}\$" | head -1 | cut -f1)
 sync
 for i in 1 2 3 4 5; do
     /usr/bin/time -v -o "$mesure.les$i.time" "$exe" requete "$corpus/REPERTOIRE.txt" --forme les --macro > "$mesure.les.txt"
@@ -50,7 +51,7 @@ for i in 1 2 3 4 5; do
         > "$mesure.rare.txt"
     /usr/bin/time -v -o "$mesure.ouverture$i.time" "$exe" requete "$corpus/REPERTOIRE.txt" --forme zzzqqq --macro >/dev/null || true
 done
-python3 - "$mesure" "$jetons" "$largeur" "$rare" "$frequent" <<'PY' | tee "$mesure.txt"
+RARE_COMPTE="$rare_compte" python3 - "$mesure" "$jetons" "$largeur" "$rare" "$frequent" <<'PY' | tee "$mesure.txt"
 import os, re, statistics, sys
 mesure, jetons, largeur, rare, frequent = sys.argv[1], int(sys.argv[2]), sys.argv[3], sys.argv[4], sys.argv[5]
 def lire(nom):
@@ -66,7 +67,7 @@ for etape in ("segmentation", "index"):
 o = statistics.median(lire(f"ouverture{i}")[0] for i in range(1, 6))
 print(f"ouverture seule (forme absente) : médiane {o * 1000:.0f} ms")
 for nom, libelle in (("les", "les --macro (compte et distribution)"),
-                     ("frequent", f"{frequent} --macro (compte et distribution)"), ("rare", f"{rare} --concordance")):
+                     ("frequent", f"{frequent} --macro (compte et distribution)"), ("rare", f"{rare} ({os.environ.get('RARE_COMPTE', '?')} occ.) --concordance")):
     mesures = [lire(f"{nom}{i}") for i in range(1, 6)]
     med = statistics.median(s for s, _ in mesures)
     print(f"{libelle} : médiane {med * 1000:.0f} ms, meilleure {min(s for s, _ in mesures) * 1000:.0f} ms, "
