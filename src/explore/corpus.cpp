@@ -35,6 +35,7 @@ const TableIndex::Ligne* TableIndex::Trouver(std::string_view cle) const {
 std::unique_ptr<TableIndex> LireTableIndex(const std::filesystem::path& fichier) {
     auto t = std::make_unique<TableIndex>();
     const std::string contenu = LireFichier(fichier);
+    t->octets = contenu.size();
     LecteurLignes l(contenu);
     std::string_view ligne;
     while (l.Suivante(ligne)) {
@@ -65,8 +66,15 @@ const TableIndex& EtatCorpus::Table(DossierIndexe dossier, Casier casier) {
         static const char* const kNoms[] = {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L"};
         if (casier.lettre < 1 || casier.longueur < 1) t = std::make_unique<TableIndex>();
         else t = LireTableIndex(PATH_INDEX / kNoms[static_cast<int>(dossier)] / NomFichierCasier(casier));
+        if (dossier == DossierIndexe::Balises) octetsBalises_ += t->octets;
     }
     return *t;
+}
+
+void EtatCorpus::AlleguerTables() {
+    if (octetsBalises_ <= MAX_OCTETS_TABLES_BALISES) return;
+    std::erase_if(tables_, [](const auto& t) { return t.first < NB_CASIERS; });
+    octetsBalises_ = 0;
 }
 
 const TableIndex& EtatCorpus::Categories() {
@@ -84,6 +92,7 @@ EtatCorpus OuvrirCorpus(const std::filesystem::path& liste) {
     if (!complet)
         throw FinProgramme(std::string("Un dossier d'indexation manque dans 'OLBRIN_TT'. Rédindexez et recommencez."_cp));
     ExigerIndexExplorationComplet(e.PATH_INDEX);
+    e.LARGEUR_CODE = LireLargeurCode(e.PATH_INDEX);
     const auto index = e.PATH_INDEX / "METADONNEES_QORX" / "index.txt";
     if (FichierExiste(index)) {
         for (auto& nom : LignesFichier(index)) {
@@ -124,8 +133,6 @@ void LireDecoupageDate(std::string_view r, int& debut, int& longueur) {
 void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogue) {
     // Partitions and their shares.
     const auto cumuls = LignesFichier(e.PATH_INDEX / "LONPARTS_M.txt");
-    if (static_cast<long long>(cumuls.size()) > MAX_PARTITIONS)
-        LimiteDepassee("MAX_PARTITIONS", MAX_PARTITIONS, "partitions dans le corpus");
     e.NB_PARTS = static_cast<long long>(cumuls.size());
     const auto n = static_cast<std::size_t>(e.NB_PARTS) + 1;
     e.CUMUL_MOTS.assign(n, 0);

@@ -16,8 +16,10 @@
 
 namespace telvoris {
 
-inline constexpr long long MAX_PARTITIONS = 100000;
 inline constexpr int MAX_CLASSES = 1000;
+// The tag tables of LEXINDEX hold position lists: past this many bytes kept, they are dropped
+// between two queries and read again when needed.
+inline constexpr std::size_t MAX_OCTETS_TABLES_BALISES = 256u << 20;
 
 // One file of LEXINDEX, LEXINDEX_F, LEXINDEX_L or CATEG.txt: key, count, third column.
 struct TableIndex {
@@ -28,6 +30,7 @@ struct TableIndex {
     };
     std::vector<Ligne> lignes;
     std::unordered_map<std::string_view, std::size_t> index;  // first line of each key
+    std::size_t octets = 0;  // the size of the file read
     const Ligne* Trouver(std::string_view cle) const;
 };
 
@@ -36,6 +39,7 @@ enum class DossierIndexe { Balises, Formes, Lemmes };
 // ETAT_CORPUS. Vectors indexed by partition or class run from 1; slot 0 stays unused.
 struct EtatCorpus {
     std::filesystem::path PATH_INDEX;
+    int LARGEUR_CODE = LARGEUR_CODE_COURTE;  // characters of a position code in this index
     std::vector<std::string> variables;  // METADONNEES_QORX/index.txt, in order
     std::string exempleDate;             // first value of a variable "date", "Date" or "DATE"
 
@@ -62,9 +66,13 @@ struct EtatCorpus {
     // The tables of the index, each file read once when first needed.
     const TableIndex& Table(DossierIndexe dossier, Casier casier);
     const TableIndex& Categories();
+    // Drops the kept tag tables when they hold more than MAX_OCTETS_TABLES_BALISES; no line
+    // obtained from Table() may be in use.
+    void AlleguerTables();
 
 private:
     std::unordered_map<int, std::unique_ptr<TableIndex>> tables_;
+    std::size_t octetsBalises_ = 0;
     std::unique_ptr<TableIndex> categories_;
 };
 

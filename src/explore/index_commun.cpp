@@ -1,6 +1,7 @@
 #include "explore/index_commun.hpp"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <charconv>
@@ -11,8 +12,16 @@
 
 namespace telvoris {
 
-void AjouterCodePosition(std::string& liste, long long v) {
-    if (v < 0 || v > MAX_POSITION) LimiteDepassee("MAX_POSITION", MAX_POSITION, "positions dans le corpus");
+void AjouterCodePosition(std::string& liste, long long v, int largeur) {
+    if (largeur == LARGEUR_CODE_LONGUE) {
+        if (v < 0 || v > MAX_POSITION_LONGUE)
+            LimiteDepassee("MAX_POSITION_LONGUE", MAX_POSITION_LONGUE, "positions dans le corpus");
+        const long long q0 = v / 10648000;
+        liste.push_back(static_cast<char>(q0 + 34));
+        v -= q0 * 10648000;
+    } else if (v < 0 || v > MAX_POSITION) {
+        LimiteDepassee("MAX_POSITION", MAX_POSITION, "positions dans le corpus");
+    }
     const long long q1 = v / 48400;
     const long long q2 = (v - q1 * 48400) / TAILLE_TRANCHE;
     const long long q3 = v - q1 * 48400 - q2 * TAILLE_TRANCHE;
@@ -21,10 +30,23 @@ void AjouterCodePosition(std::string& liste, long long v) {
     liste.push_back(static_cast<char>(q3 + 33));
 }
 
-std::string CodePosition(long long v) {
+std::string CodePosition(long long v) { return CodePositionLarge(v, LARGEUR_CODE_COURTE); }
+
+std::string CodePositionLarge(long long v, int largeur) {
     std::string s;
-    AjouterCodePosition(s, v);
+    AjouterCodePosition(s, v, largeur);
     return s;
+}
+
+int LireLargeurCode(const std::filesystem::path& index) {
+    std::string contenu;
+    const auto fichier = index / kFichierLargeurCode;
+    if (!LirePetitFichier(fichier, contenu)) return LARGEUR_CODE_COURTE;
+    while (!contenu.empty() && (contenu.back() == '\n' || contenu.back() == '\r' || contenu.back() == ' ')) contenu.pop_back();
+    if (contenu == "3") return LARGEUR_CODE_COURTE;
+    if (contenu == "4") return LARGEUR_CODE_LONGUE;
+    throw ErreurExecution(Joindre("Largeur des codes de position inconnue (3 ou 4 attendu) dans le fichier : "_cp,
+                                  TexteChemin(fichier)));
 }
 
 Casier CalculerCasier(std::string_view s) {
@@ -75,7 +97,10 @@ std::filesystem::path CheminIndex(const std::filesystem::path& liste) {
 }
 
 void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu) {
-    const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    // No O_TRUNC: an index written over in place keeps its files, and a file emptied by truncation
+    // has its new content pushed to disk at close by ext4, one file at a time. The tail of a
+    // longer old content is cut after the write instead.
+    const int fd = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (fd < 0) throw ErreurExecution(Joindre("Impossible de créer le fichier : "_cp, TexteChemin(chemin)));
     std::size_t ecrits = 0;
     while (ecrits < contenu.size()) {
@@ -85,6 +110,11 @@ void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view co
             throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
         }
         ecrits += static_cast<std::size_t>(n);
+    }
+    struct stat etat {};
+    if (::fstat(fd, &etat) != 0 || (etat.st_size > static_cast<off_t>(ecrits) && ::ftruncate(fd, static_cast<off_t>(ecrits)) != 0)) {
+        ::close(fd);
+        throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
     }
     if (::close(fd) != 0) throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
 }

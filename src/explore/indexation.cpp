@@ -1,6 +1,7 @@
 #include "explore/indexation.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <array>
 #include <string>
 #include <unordered_map>
@@ -12,6 +13,7 @@
 #include "core/horloge.hpp"
 #include "core/jetons.hpp"
 #include "core/texte.hpp"
+#include "explore/ecriture_fond.hpp"
 #include "explore/index_commun.hpp"
 
 namespace telvoris {
@@ -115,8 +117,8 @@ bool EstLigneMeta(std::string_view ligne) { return ligne.size() >= 12 && ligne.s
 
 class Constructeur {
 public:
-    Constructeur(const std::filesystem::path& dossier, bool plier)
-        : dossier_(dossier), plier_(plier) {}
+    Constructeur(const std::filesystem::path& dossier, bool plier, int largeur)
+        : dossier_(dossier), plier_(plier), largeur_(largeur) {}
 
     void Commencer() {
         for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE", "DICTIONNAIRES",
@@ -125,6 +127,12 @@ public:
             CreerDossier(dossier_ / d);
         controle_.emplace(dossier_ / "controle.txt");
         lonparts_.emplace(dossier_ / "LONPARTS_M.txt");
+        // Three-character indexes carry no declaration, so that they stay as they always were;
+        // the declaration of an index written over is removed with it.
+        if (largeur_ != LARGEUR_CODE_COURTE)
+            EcrirePetitFichier(dossier_ / kFichierLargeurCode, Joindre(Nombre(largeur_), "\r\n"));
+        else
+            std::filesystem::remove(dossier_ / kFichierLargeurCode);
     }
 
     void Texte(const std::filesystem::path& olbrin, const std::string& nom) {
@@ -171,7 +179,7 @@ public:
             for (const std::string_view ligne : bloc(lex, i)) LigneIndex(ligne);
             affiche_.clear();
             for (const std::string_view ligne : bloc(nu, i)) affiche_.append(ligne).append("\r\n");
-            EcrirePetitFichier(dossier_ / "TEXTE_AFFICHE" / (Nombre(partition_) + ".txt"), affiche_);
+            fond_.Ecrire(dossier_ / "TEXTE_AFFICHE" / (Nombre(partition_) + ".txt"), std::move(affiche_));
             cumul_ += longueurs[i];
             lonparts_->Ligne(Nombre(cumul_));
         }
@@ -184,6 +192,58 @@ public:
         EcrireTables();
         EcrireDictionnaires();
         controle_->Fermer();
+        fond_.Terminer();
+    }
+
+    // What an index written over keeps of the old tree and this build did not make again: slices
+    // and display texts past the last, variables that are gone, the person's saved results,
+    // anything else. Each folder is walked once; only its entries are compared.
+    void RetirerRestes() const {
+        std::vector<std::filesystem::path> restes;
+        auto parcourir = [&](const std::filesystem::path& dossier, const auto& garder) {
+            for (const auto& f : std::filesystem::directory_iterator(dossier))
+                if (!garder(Utf8VersCp1252(f.path().filename().string()), f.is_directory())) restes.push_back(f.path());
+        };
+        auto numerote = [](long long dernier) {
+            return [dernier](const std::string& nom, bool dossier) {
+                long long n = 0;
+                const auto r = std::from_chars(nom.data(), nom.data() + nom.size(), n);
+                return !dossier && r.ec == std::errc() && std::string_view(r.ptr) == ".txt" && n >= 1 && n <= dernier;
+            };
+        };
+        auto parmi = [](std::vector<std::string> noms, bool dossiers) {
+            return [noms = std::move(noms), dossiers](const std::string& nom, bool dossier) {
+                return dossier == dossiers && std::find(noms.begin(), noms.end(), nom) != noms.end();
+            };
+        };
+        const std::vector<std::string> dossiers = {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE",
+                                                   "DICTIONNAIRES", "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES"};
+        std::vector<std::string> racine = {"controle.txt", "LONPARTS_M.txt",
+                                           MarqueIndexExploration(dossier_).filename().string()};
+        if (largeur_ != LARGEUR_CODE_COURTE) racine.emplace_back(kFichierLargeurCode);
+        const auto fichiersRacine = parmi(racine, false);
+        const auto dossiersRacine = parmi(dossiers, true);
+        parcourir(dossier_, [&](const std::string& n, bool d) { return fichiersRacine(n, d) || dossiersRacine(n, d); });
+        std::vector<std::string> casiers;
+        for (int l = 1; l <= NB_LONGUEURS; ++l)
+            for (int c = 1; c <= NB_LETTRES; ++c) casiers.push_back(NomFichierCasier({c, l}));
+        for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L"}) parcourir(dossier_ / d, parmi(casiers, false));
+        parcourir(dossier_ / "LEXINDEX_C", parmi({"CATEG.txt"}, false));
+        parcourir(dossier_ / "TEXTE_ETIQUETE", numerote(tranche_));
+        parcourir(dossier_ / "TEXTE_AFFICHE", numerote(partition_));
+        std::vector<std::string> meta = {"index.txt"};
+        for (const auto& v : variables_) meta.push_back(Joindre(v, ".txt"));
+        parcourir(dossier_ / "METADONNEES_QORX", parmi(meta, false));
+        std::vector<std::string> dictionnaires = {"FREQUENTIEL_FORMES.txt", "FREQUENTIEL_LEMMES.txt"};
+        for (char x = 'A'; x <= 'W'; ++x) {
+            dictionnaires.push_back(Joindre(std::string(1, x), "_FORMES.txt"));
+            dictionnaires.push_back(Joindre(std::string(1, x), "_LEMMES.txt"));
+        }
+        parcourir(dossier_ / "DICTIONNAIRES", parmi(dictionnaires, false));
+        parcourir(dossier_ / "SAUVEGARDES", parmi({"CONCORDANCES", "DISTRIBUTIONS"}, true));
+        for (const char* d : {"SAUVEGARDES/CONCORDANCES", "SAUVEGARDES/DISTRIBUTIONS"})
+            parcourir(dossier_ / d, [](const std::string&, bool) { return false; });
+        for (const auto& f : restes) std::filesystem::remove_all(f);
     }
 
 private:
@@ -200,7 +260,7 @@ private:
 
     void FermerTranche() {
         if (trancheEcrite_) return;
-        EcrirePetitFichier(dossier_ / "TEXTE_ETIQUETE" / (Nombre(tranche_) + ".txt"), tranche_texte_);
+        fond_.Ecrire(dossier_ / "TEXTE_ETIQUETE" / (Nombre(tranche_) + ".txt"), std::move(tranche_texte_));
         tranche_texte_.clear();
         trancheEcrite_ = true;
     }
@@ -248,7 +308,7 @@ private:
         if (liste != "!") {
             listeReecrite_.clear();
             for (std::size_t p = 0; p + 3 <= liste.size(); p += 3)
-                AjouterCodePosition(listeReecrite_, LireCodePosition(liste.data() + p) + cumul_);
+                AjouterCodePosition(listeReecrite_, LireCodePosition(liste.data() + p) + cumul_, largeur_);
         }
         bool nouvelle;
         if (const auto it = balises_.index.find(balise); it != balises_.index.end()) {
@@ -312,22 +372,27 @@ private:
         index.Fermer();
     }
 
-    static void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier) {
-        std::string ligne;
+    // Each bucket file is made whole in memory, then written by the second thread.
+    void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier) {
         for (int l = 1; l <= NB_LONGUEURS; ++l)
             for (int c = 1; c <= NB_LETTRES; ++c) {
                 const Casier casier{c, l};
-                EcrivainFichier f(dossier / NomFichierCasier(casier));
-                for (const std::uint32_t id : table.ordre[static_cast<std::size_t>(IndiceCasier(casier))]) {
+                const auto& ids = table.ordre[static_cast<std::size_t>(IndiceCasier(casier))];
+                std::size_t taille = 0;
+                for (const std::uint32_t id : ids)
+                    taille += table.entrees[id].cle.size() + table.entrees[id].colonne.size() + 26;
+                std::string contenu;
+                contenu.reserve(taille);
+                for (const std::uint32_t id : ids) {
                     const auto& e = table.entrees[id];
-                    ligne.assign(e.cle);
-                    ligne += '\t';
-                    ligne += Nombre(e.compte);
-                    ligne += '\t';
-                    ligne += e.colonne;
-                    f.Ligne(ligne);
+                    contenu += e.cle;
+                    contenu += '\t';
+                    contenu += Nombre(e.compte);
+                    contenu += '\t';
+                    contenu += e.colonne;
+                    contenu += "\r\n";
                 }
-                f.Fermer();
+                fond_.Ecrire(dossier / NomFichierCasier(casier), std::move(contenu));
             }
     }
 
@@ -419,6 +484,8 @@ private:
 
     std::filesystem::path dossier_;
     bool plier_;
+    int largeur_;
+    EcritureDeFond fond_;
     std::optional<EcrivainFichier> controle_, lonparts_;
     std::array<std::string, 4> tampons_;
     LigneJetons jetons_;
@@ -441,11 +508,30 @@ std::filesystem::path DossierIndex(const ListeTextes& liste) {
     return Chemin(liste.doss_racine, Joindre(liste.nom, "_QORX_INDEX"));
 }
 
-void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue) {
+long long CompterJetonsCorpus(const ListeTextes& liste) {
+    const auto olbrin = liste.doss_racine / "OLBRIN_TT" / "NB_PARTITIONS";
+    std::string contenu;
+    long long total = 0;
+    for (const auto& nom : liste.noms) {
+        LireFichier(Chemin(olbrin, Joindre(nom, ".txt")), contenu);
+        LecteurLignes l(contenu);
+        std::string_view ligne;
+        while (l.Suivante(ligne)) total += ValeurEntiere(ligne);
+    }
+    return total;
+}
+
+void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue,
+                     int largeur) {
     const auto olbrin = liste.doss_racine / "OLBRIN_TT";
     // The index is marked as half-made until its last file is written: the opening refuses it.
     MarqueChantier marque(MarqueIndexExploration(dossier), "Indexer");
-    Constructeur c(dossier, plier);
+    // The width of the position codes is fixed before any list is written: the token count
+    // of the whole corpus decides it.
+    if (largeur == 0) largeur = LargeurCodePour(CompterJetonsCorpus(liste));
+    if (largeur != LARGEUR_CODE_COURTE && largeur != LARGEUR_CODE_LONGUE)
+        throw ErreurExecution(Joindre("Largeur des codes de position impossible : "_cp, Nombre(largeur)));
+    Constructeur c(dossier, plier, largeur);
     c.Commencer();
     const long long n = static_cast<long long>(liste.noms.size());
     for (long long i = 0; i < n; ++i) {
@@ -453,6 +539,7 @@ void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& doss
         c.Texte(olbrin, liste.noms[static_cast<std::size_t>(i)]);
     }
     c.Terminer();
+    c.RetirerRestes();
     marque.Achever();
 }
 
@@ -472,9 +559,8 @@ void OperationIndexExploration(Contexte& ctx) {
             "Il existe déjà un dossier d'indexation au nom de ce corpus. Si vous souhaitez créer un nouvel index, l'existant sera détruit."_cp,
             "INDEXATION EXISTANTE !"_cp, "N");
         if (!r || *r != "O") throw FinProgramme(std::string("Indexation abandonnée : l'index existant est conservé."_cp));
-        std::error_code ec;
-        std::filesystem::remove_all(dossier, ec);
-        if (ec) throw ErreurExecution(Joindre("Impossible de détruire le dossier : "_cp, TexteChemin(dossier)));
+        // The old tree is written over in place: its files are rewritten, and the builder then
+        // removes those the new index does not have. Until then the mark refuses the index.
     }
     CreerDossier(dossier);
     ConstruireIndex(*liste, dossier, plier, ctx.dialogue);

@@ -19,8 +19,13 @@ inline constexpr long long MAX_FREQUENCE = 100000;
 std::filesystem::path DossierIndex(const ListeTextes& liste);
 
 // Builds the index into `dossier` (which exists and is empty). `plier`: forms are folded to
-// lower case (the answer "N" to "Discriminer les majuscules").
-void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue);
+// lower case (the answer "N" to "Discriminer les majuscules"). `largeur`: the characters of a
+// position code, 0 for what the corpus needs (3 up to MAX_POSITION tokens, else 4); tests force 4.
+void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue,
+                     int largeur = 0);
+
+// The tokens of the whole corpus, from its NB_PARTITIONS files.
+long long CompterJetonsCorpus(const ListeTextes& liste);
 
 // The menu operation "Indexer" of the exploration work area.
 void OperationIndexExploration(Contexte& contexte);

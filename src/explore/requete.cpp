@@ -58,6 +58,7 @@ public:
 
     bool Lancer() {
         if (!Valider()) return false;
+        e_.AlleguerTables();
         r_ = Requete();
         r_.OCC_PAR_PART.assign(static_cast<std::size_t>(e_.NB_PARTS) + 1, 0);
         r_.OCC_PAR_CLASSE.assign(static_cast<std::size_t>(e_.NB_CLASSES) + 1, 0);
@@ -68,10 +69,6 @@ public:
             return true;
         }
         if (r_.contextes) TrierConcordance(r_);
-        r_.ORDRE_POS.resize(r_.occ.size());
-        for (std::size_t i = 0; i < r_.occ.size(); ++i) r_.ORDRE_POS[i] = i;
-        std::stable_sort(r_.ORDRE_POS.begin(), r_.ORDRE_POS.end(),
-                         [&](std::size_t a, std::size_t b) { return r_.occ[a].pos < r_.occ[b].pos; });
         return true;
     }
 
@@ -128,7 +125,6 @@ private:
 
     void AjouterTag(std::string_view tag) {
         if (!vus_.insert(std::string(tag)).second) return;
-        if (r_.TAGS.size() >= MAX_TAGS) LimiteDepassee("MAX_TAGS", MAX_TAGS, "étiquettes pour une requête"_cp);
         r_.TAGS.emplace_back(tag);
     }
 
@@ -303,6 +299,17 @@ private:
         return true;
     }
 
+    // Appends an occurrence and what it adds to the distributions.
+    Occurrence& Ajouter(long long premier, long long partition) {
+        Occurrence& o = r_.occ.emplace_back();
+        o.pos = premier;
+        o.partition = partition;
+        const auto p = static_cast<std::size_t>(partition);
+        if (p < r_.OCC_PAR_PART.size()) ++r_.OCC_PAR_PART[p];
+        if (p < e_.CLASSE_PART.size() && e_.CLASSE_PART[p] > 0) ++r_.OCC_PAR_CLASSE[static_cast<std::size_t>(e_.CLASSE_PART[p])];
+        return o;
+    }
+
     void Positions() {
         std::vector<const TableIndex::Ligne*> lignes;
         for (const auto& tag : r_.TAGS) {
@@ -314,41 +321,56 @@ private:
             d_.Afficher(Joindre("Votre requête recense "_cp, Nombre(r_.NB_ATTENDU),
                                 " occurrences. C'est trop pour afficher une concordance."_cp));
         r_.contextes = p_.concordance && r_.NB_ATTENDU <= SEUIL_CONCORDANCE;
+        // A single word whose occurrences need neither context nor offset is counted from its
+        // positions alone, without reading the slices where it stands.
+        const bool index_seul =
+            r_.LONG_SEQ == 1 && !r_.contextes && !p_.micro && r_.NB_ATTENDU >= SEUIL_DETAIL_OCCURRENCES;
+        const int largeur = e_.LARGEUR_CODE;
         std::string formes;
+        std::vector<std::size_t> series{0};  // where each tag's occurrences begin, in position order each
         for (std::size_t t = 0; t < r_.TAGS.size(); ++t) {
             long long trouvees = 0;
             const auto* l = lignes[t];
             long long ailleurs = 0;  // positions that hold another tag
             if (l && l->colonne != "!") {
                 const std::string_view liste = l->colonne;
-                if (liste.size() / 3 > MAX_POSITIONS_BALISE)
-                    LimiteDepassee("MAX_POSITIONS_BALISE", MAX_POSITIONS_BALISE, Joindre("positions pour l'étiquette "_cp, r_.TAGS[t]));
-                for (std::size_t i = 0; i + 3 <= liste.size(); i += 3) {
-                    const long long q = LireCodePosition(liste.data() + i);
+                const std::size_t n = liste.size() / static_cast<std::size_t>(largeur);
+                if (index_seul && n > 0) {
                     // A short frequent word keeps no positions of its own: the builder gave its
-                    // line the list of the line before, whose positions hold other tags.
-                    if (!MemeBalise(tranches_.Balise(q), r_.TAGS[t])) {
-                        ++ailleurs;
-                        continue;
+                    // line the list of the line before, so its first position already tells.
+                    if (!MemeBalise(tranches_.Balise(LireCodePosition(liste.data(), largeur)), r_.TAGS[t])) {
+                        ailleurs = static_cast<long long>(n);
+                    } else {
+                        const std::string f = LireAttributs(r_.TAGS[t]).f;
+                        r_.occ.reserve(r_.occ.size() + n);
+                        for (std::size_t i = 0; i < n; ++i) {
+                            const long long q = LireCodePosition(liste.data() + i * static_cast<std::size_t>(largeur), largeur);
+                            Occurrence& o = Ajouter(q, e_.PartitionDe(q));
+                            o.forme = f;
+                            o.longueur = static_cast<long long>(f.size());
+                        }
+                        trouvees = static_cast<long long>(n);
                     }
-                    const long long premier = q - (r_.PIVOT - 1);
-                    if (!Accepter(premier, formes)) continue;
-                    if (r_.occ.size() >= MAX_OCCURRENCES)
-                        LimiteDepassee("MAX_OCCURRENCES", MAX_OCCURRENCES, "occurrences pour une requête"_cp);
-                    Occurrence o;
-                    o.pos = premier;
-                    o.partition = e_.PartitionDe(premier);
-                    o.k = LireAttributs(tranches_.Balise(premier)).k;
-                    o.forme = formes;
-                    o.longueur = static_cast<long long>(formes.size());
-                    r_.occ.push_back(std::move(o));
-                    if (r_.contextes || p_.micro) Contextes(r_.occ.size() - 1);
-                    const auto p = static_cast<std::size_t>(r_.occ.back().partition);
-                    if (p < r_.OCC_PAR_PART.size()) ++r_.OCC_PAR_PART[p];
-                    if (p < e_.CLASSE_PART.size() && e_.CLASSE_PART[p] > 0) ++r_.OCC_PAR_CLASSE[static_cast<std::size_t>(e_.CLASSE_PART[p])];
-                    ++trouvees;
+                } else {
+                    for (std::size_t i = 0; i < n; ++i) {
+                        const long long q = LireCodePosition(liste.data() + i * static_cast<std::size_t>(largeur), largeur);
+                        // Positions carried over from another line (short frequent words) hold other tags.
+                        if (!MemeBalise(tranches_.Balise(q), r_.TAGS[t])) {
+                            ++ailleurs;
+                            continue;
+                        }
+                        const long long premier = q - (r_.PIVOT - 1);
+                        if (!Accepter(premier, formes)) continue;
+                        Occurrence& o = Ajouter(premier, e_.PartitionDe(premier));
+                        o.k = LireAttributs(tranches_.Balise(premier)).k;
+                        o.forme = formes;
+                        o.longueur = static_cast<long long>(formes.size());
+                        if (r_.contextes || p_.micro) Contextes(r_.occ.size() - 1);
+                        ++trouvees;
+                    }
                 }
             }
+            series.push_back(r_.occ.size());
             if (l && l->compte > 0 && trouvees == 0 && (ailleurs > 0 || l->colonne == "!" || l->colonne.empty())) {
                 const std::string f = LireAttributs(r_.TAGS[t]).f;
                 if (std::find(r_.nonIndexees.begin(), r_.nonIndexees.end(), f) == r_.nonIndexees.end())
@@ -357,23 +379,43 @@ private:
             r_.rapport += Joindre(LireAttributs(r_.TAGS[t]).f, "\t", Nombre(trouvees), "\r\n");
         }
         if (!r_.nonIndexees.empty()) d_.Afficher(MessageNonIndexees(r_.nonIndexees));
+        OrdonnerParPosition(series);
+    }
+
+    // ORDRE_POS: the occurrences by ascending position, equal positions in finding order. Each
+    // tag's occurrences come in position order, so the series are merged rather than sorted.
+    void OrdonnerParPosition(std::vector<std::size_t>& series) {
+        auto& ordre = r_.ORDRE_POS;
+        ordre.resize(r_.occ.size());
+        for (std::size_t i = 0; i < ordre.size(); ++i) ordre[i] = i;
+        const auto avant = [&](std::size_t a, std::size_t b) { return r_.occ[a].pos < r_.occ[b].pos; };
+        for (std::size_t s = 0; s + 1 < series.size(); ++s)
+            if (!std::is_sorted(ordre.begin() + static_cast<std::ptrdiff_t>(series[s]),
+                                ordre.begin() + static_cast<std::ptrdiff_t>(series[s + 1]), avant))
+                std::stable_sort(ordre.begin() + static_cast<std::ptrdiff_t>(series[s]),
+                                 ordre.begin() + static_cast<std::ptrdiff_t>(series[s + 1]), avant);
+        while (series.size() > 2) {
+            std::vector<std::size_t> fusion{0};
+            for (std::size_t s = 0; s + 2 < series.size(); s += 2) {
+                std::inplace_merge(ordre.begin() + static_cast<std::ptrdiff_t>(series[s]),
+                                   ordre.begin() + static_cast<std::ptrdiff_t>(series[s + 1]),
+                                   ordre.begin() + static_cast<std::ptrdiff_t>(series[s + 2]), avant);
+                fusion.push_back(series[s + 2]);
+            }
+            if (series.size() % 2 == 0) fusion.push_back(series.back());
+            series = std::move(fusion);
+        }
     }
 
     void EntrerCooc(std::array<std::vector<EntreeCooc>, NB_CASIERS>& table, const std::string& cle, long long partition,
                     long long k, std::size_t numero, const std::string* forme) {
-        auto& casier = table[static_cast<std::size_t>(IndiceCasier(CalculerCasier(cle)))];
-        EntreeCooc* e = nullptr;
-        for (auto& x : casier)
-            if (x.cle == cle) {
-                e = &x;
-                break;
-            }
-        if (!e) {
-            if (casier.size() >= MAX_COOC_CASIER)
-                LimiteDepassee("MAX_COOC_CASIER", MAX_COOC_CASIER, "co-occurrents dans un casier"_cp);
-            casier.push_back({cle, 0, {}, {}, {}});
-            e = &casier.back();
-        }
+        const auto numeroCasier = static_cast<std::size_t>(IndiceCasier(CalculerCasier(cle)));
+        auto& casier = table[numeroCasier];
+        // Buckets grow without bound: the place of each key is kept beside them.
+        auto& places = &table == &r_.COOC_FORMES ? placesFormes_ : placesLemmes_;
+        const auto [it, nouvelle] = places.try_emplace(cle, casier.size());
+        if (nouvelle) casier.push_back({cle, 0, {}, {}, {}});
+        EntreeCooc* e = &casier[it->second];
         ++e->compte;
         // Appended in place: these lists grow to tens of thousands of entries for common words.
         e->parties += '/';
@@ -478,6 +520,7 @@ private:
     bool gaucheLimitee_ = false, droiteLimitee_ = false;
     std::vector<Item> items_;
     std::unordered_set<std::string> vus_;
+    std::unordered_map<std::string, std::size_t> placesFormes_, placesLemmes_;
 };
 
 }  // namespace

@@ -13,11 +13,12 @@
 
 namespace telvoris {
 
+// Tags, positions, occurrences and co-occurrents have no fixed bound: their tables grow with the
+// corpus. These thresholds change what a query shows.
 inline constexpr long long SEUIL_CONCORDANCE = 2500;
-inline constexpr std::size_t MAX_TAGS = 5000;
-inline constexpr std::size_t MAX_OCCURRENCES = 100000;
-inline constexpr std::size_t MAX_POSITIONS_BALISE = 50000;
-inline constexpr std::size_t MAX_COOC_CASIER = 500;
+// From this many expected occurrences on, the offset and form of each occurrence are not read,
+// unless the micro-distribution asks for them: a frequent word is counted from the index alone.
+inline constexpr long long SEUIL_DETAIL_OCCURRENCES = 10001;
 inline constexpr std::size_t LARGEUR_GAUCHE = 60;
 inline constexpr std::size_t LARGEUR_DROITE = 77;
 inline constexpr long long MAX_JETONS_DROITE = 500;
