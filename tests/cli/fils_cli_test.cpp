@@ -14,13 +14,6 @@ using test::DossierTemporaire;
 using test::Lancer;
 namespace fs = std::filesystem;
 
-std::map<std::string, std::string> Arbo(const fs::path& dossier) {
-    std::map<std::string, std::string> r;
-    for (const auto& e : fs::recursive_directory_iterator(dossier))
-        if (e.is_regular_file()) r[fs::relative(e.path(), dossier).generic_string()] = test::Lire(e.path());
-    return r;
-}
-
 // The example corpus through segmentation and re-indexing on `fils` threads.
 std::map<std::string, std::string> Chaine(const std::string& fils) {
     DossierTemporaire d;
@@ -31,7 +24,7 @@ std::map<std::string, std::string> Chaine(const std::string& fils) {
         const auto e = Lancer({op, "--fils", fils, "--ressources", res, "-r", liste, "--horloge", "2026-11-21 10:00:00"});
         EXPECT_EQ(e.statut, 0) << op << " " << e.erreurs;
     }
-    return Arbo(d.Chemin() / "presse");
+    return test::Arbo(d.Chemin() / "presse");
 }
 
 TEST(LigneDeCommande, FilsMemeArbre) {

@@ -27,6 +27,7 @@ using test::DialogueScripte;
 using test::DossierTemporaire;
 using test::Ecrire;
 using test::Lignes;
+using test::Arbo;
 using test::Lire;
 using test::MessageErreur;
 
@@ -45,13 +46,6 @@ public:
 private:
     int k_, vus_ = 0;
 };
-
-std::map<std::string, std::string> Arbo(const fs::path& dossier) {
-    std::map<std::string, std::string> r;
-    for (const auto& e : fs::recursive_directory_iterator(dossier))
-        if (e.is_regular_file()) r[fs::relative(e.path(), dossier).generic_string()] = Lire(e.path());
-    return r;
-}
 
 const std::vector<std::string> kDico = {"aime,0r.V:1a", "grand,.J:ms", "table,.SF:s", "porte,.SF:s", "chat,.SM:s"};
 const std::vector<std::string> kApports = {"aime,aimer,V31", "aime,aimer,V15", "grand,grand,SMS",

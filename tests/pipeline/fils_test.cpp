@@ -20,15 +20,8 @@ namespace {
 
 using test::DossierTemporaire;
 using test::Lignes;
+using test::Arbo;
 using test::Lire;
-
-// Every file below a folder, by relative path, with its bytes.
-std::map<std::string, std::string> Arbo(const fs::path& dossier) {
-    std::map<std::string, std::string> r;
-    for (const auto& e : fs::recursive_directory_iterator(dossier))
-        if (e.is_regular_file()) r[fs::relative(e.path(), dossier).generic_string()] = Lire(e.path());
-    return r;
-}
 
 // What a run leaves and says.
 struct Issue {

@@ -20,6 +20,7 @@ namespace {
 using test::C;
 using test::DossierTemporaire;
 using test::Lignes;
+using test::Arbo;
 using test::Lire;
 
 test::ContenuArbre Arbre() {
@@ -29,14 +30,6 @@ test::ContenuArbre Arbre() {
     a.composes = {"pomme de,.SF:s", "pomme de terre,.SF:s"};
     a.preverb = {"il\t3\t1"};
     return a;
-}
-
-// Every file below a folder, by relative path, with its bytes.
-std::map<std::string, std::string> Arbo(const fs::path& dossier) {
-    std::map<std::string, std::string> r;
-    for (const auto& e : fs::recursive_directory_iterator(dossier))
-        if (e.is_regular_file()) r[fs::relative(e.path(), dossier).generic_string()] = Lire(e.path());
-    return r;
 }
 
 const std::map<std::string, std::string> kTextes = {

@@ -43,6 +43,13 @@ std::string Lire(const fs::path& fichier) {
     return ss.str();
 }
 
+std::map<std::string, std::string> Arbo(const fs::path& dossier) {
+    std::map<std::string, std::string> r;
+    for (const auto& e : fs::recursive_directory_iterator(dossier))
+        if (e.is_regular_file()) r[fs::relative(e.path(), dossier).generic_string()] = Lire(e.path());
+    return r;
+}
+
 std::string MessageErreur(const std::function<void()>& f) {
     try {
         f();

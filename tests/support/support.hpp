@@ -4,6 +4,7 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ void Ecrire(const fs::path& fichier, const std::string& contenu);
 // Joins lines with CR LF, each line ended.
 std::string Lignes(const std::vector<std::string>& lignes);
 std::string Lire(const fs::path& fichier);
+// Every file below a folder, by relative path, with its bytes: two trees compared whole.
+std::map<std::string, std::string> Arbo(const fs::path& dossier);
 
 // The UTF-8 message of the execution error that f throws, or "(aucune erreur)".
 std::string MessageErreur(const std::function<void()>& f);
