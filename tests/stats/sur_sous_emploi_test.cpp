@@ -19,7 +19,7 @@ TEST(Specificites, SeuilAbsentsEtMemoOctetPourOctet) {
     Banc b;
     const auto ref = b.racine / "ref" / "REF.txt";
     const auto memo = b.racine / "ref" / "MEMO.txt";
-    const auto partiel = b.racine / "sous" / "SPEC.txt";
+    const auto partiel = b.racine / "sous" / "PARTIEL.txt";
     // "chat" twice in the reference: the first entry is the one found.
     test::Ecrire(ref, Lignes({"de\t300", "chat\t50", "chien\t10", "le\t200", "chat\t999", "souris\t0"}));
     test::Ecrire(memo, Lignes({"N = 1000", "V = 5"}));
