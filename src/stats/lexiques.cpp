@@ -174,6 +174,8 @@ void GrandLexique(Contexte& ctx, const ParametresReleve& p, EtatReleves& etat) {
         std::string ligne;
         const unsigned fils = FilsEffectifs(ctx.fils);
         std::vector<ReleveurTextes> releveurs(fils, ReleveurTextes(ReglesReleve{niveau, true, false, &postclitiques}));
+        // Each text's partial lexicon is made apart from the table, which keeps only its class 0.
+        etat.casier.Vider();
         TraiterDansLOrdre<ReleveTexte>(
             n, fils,
             [&](std::size_t i) {
@@ -183,17 +185,16 @@ void GrandLexique(Contexte& ctx, const ParametresReleve& p, EtatReleves& etat) {
                 return releveurs[o].Relever(IndexTexte(liste->doss_racine, liste->noms[i]), i == 0 ? p.NiveauLexical : -1);
             },
             [&](std::size_t i, ReleveTexte& r) {
-                etat.casier.Vider();
                 if (i == 0) controle.Ecrire(r.controle);
-                Verser(r, etat.casier);
+                const auto entrees = VerserTexteSeul(r, etat.casier);
                 if (r.erreur) std::rethrow_exception(r.erreur);
                 EcrivainFichier sortie(partiel(i + 1));
-                etat.casier.Parcourir([&](CleMot, std::size_t, CasierLexique::Entree& e) {
-                    ligne.assign(e.item);
+                for (const auto* e : entrees) {
+                    ligne.assign(e->item);
                     ligne += '\t';
-                    AjouterNombre(ligne, e.compte);
+                    AjouterNombre(ligne, e->compte);
                     sortie.Ligne(ligne);
-                });
+                }
             });
     }
 
@@ -342,6 +343,7 @@ void LexiquesMultiples(Contexte& ctx, const ParametresReleve& p, EtatReleves& et
     const unsigned fils = FilsEffectifs(ctx.fils);
     // The blocks of the text's index are its partitions; their lines are counted alike.
     std::vector<ReleveurTextes> releveurs(fils, ReleveurTextes(ReglesReleve{p.NiveauLexical, false, true, nullptr}));
+    etat.casier.Vider();
     auto annoncer = [&](std::size_t i) {
         d.Progression(LibelleFichier(i + 1, n), static_cast<long long>(i + 1), static_cast<long long>(n));
     };
@@ -351,17 +353,17 @@ void LexiquesMultiples(Contexte& ctx, const ParametresReleve& p, EtatReleves& et
     // Each text's file is written here, on the calling thread, in list order.
     TraiterDansLOrdre<ReleveTexte>(n, fils, annoncer, relever, [&](std::size_t i, ReleveTexte& releve) {
         const std::string& nom = liste->noms[i];
-        etat.casier.Vider();
         for (auto& r : centaines) r.n = 0;
         for (auto& r : unites) r.n = 0;
         // Only the counters of counts up to 10,000 are cleared: an item of a higher count comes
         // again in the lexicons of the texts that follow.
         for (auto& [compte, rangee] : etat.milliers)
             if (compte <= 10000) rangee.n = 0;
-        Verser(releve, etat.casier);
+        const auto entrees = VerserTexteSeul(releve, etat.casier);
         if (releve.erreur) std::rethrow_exception(releve.erreur);
 
-        etat.casier.Parcourir([&](CleMot, std::size_t, CasierLexique::Entree& e) {
+        for (const auto* x : entrees) {
+            const auto& e = *x;
             const long long c = e.compte;
             if (c > 100000) {
                 // Never cleared, not even between texts.
@@ -391,7 +393,7 @@ void LexiquesMultiples(Contexte& ctx, const ParametresReleve& p, EtatReleves& et
                     Placer(r.items, r.n, e.item);
                 }
             }
-        });
+        }
 
         EcrivainFichier sortie(Chemin(dossier, Joindre(nom, kSuffixes[p.NiveauLexical], ".txt")));
         sortie.Ecrire(etat.chaineMultiples);

@@ -1,5 +1,6 @@
 #include "stats/releve_textes.hpp"
 
+#include <array>
 #include <charconv>
 
 #include "core/erreurs.hpp"
@@ -118,6 +119,26 @@ std::size_t Verser(const ReleveTexte& r, CasierLexique& casier) {
         }
     }
     return nouveaux;
+}
+
+std::vector<const ReleveTexte::Entree*> VerserTexteSeul(const ReleveTexte& r, CasierLexique& casier) {
+    std::array<std::size_t, CasierLexique::kCasiers + 1> debut{};
+    for (const auto& e : r.entrees) {
+        if (e.cle.ClasseInitiale == 0) {
+            if (auto* x = casier.Trouver(e.item, e.cle)) x->compte += e.compte;
+            else casier.Nouvelle(e.item, e.cle, e.compte);
+            continue;
+        }
+        auto& taille = debut[CasierLexique::Indice(e.cle) + 1];
+        CasierLexique::VerifierPlace(taille, e.item);
+        ++taille;
+    }
+    // A counting sort by bucket keeps the order of first appearance within each.
+    for (std::size_t k = 1; k < debut.size(); ++k) debut[k] += debut[k - 1];
+    std::vector<const ReleveTexte::Entree*> ordre(debut.back());
+    for (const auto& e : r.entrees)
+        if (e.cle.ClasseInitiale != 0) ordre[debut[CasierLexique::Indice(e.cle)]++] = &e;
+    return ordre;
 }
 
 }  // namespace telvoris

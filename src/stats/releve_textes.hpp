@@ -76,4 +76,10 @@ private:
 // bound errors come out here, at the same item as line by line.
 std::size_t Verser(const ReleveTexte& r, CasierLexique& casier);
 
+// For the commands that empty the table before each text: the text's entries of the buckets that
+// emptying clears, in the table's walk order (bucket, then first appearance). The class-0 entries,
+// which the table keeps from text to text, are poured into it in their order, and a bucket's bound
+// error comes out at the same item as when the whole text goes into the table.
+std::vector<const ReleveTexte::Entree*> VerserTexteSeul(const ReleveTexte& r, CasierLexique& casier);
+
 }  // namespace telvoris

@@ -147,5 +147,44 @@ TEST(ReleveFils, LexiquesMultiplesIdentiquesSurUnOuPlusieursFils) {
     Comparer(multiples, 2);
 }
 
+// A bucket holds at most 50,000 items: a text with one more in a bucket stops each survey at
+// that item, on any number of threads, with the partial files of the texts before it.
+TEST(ReleveFils, CasePleineAuMemeItemSurUnOuPlusieursFils) {
+    auto lancer = [](int commande, unsigned fils) {
+        Banc b;
+        std::vector<std::string> lignes{kSep, "<M f=123 >\t1\t!"};
+        // 50,001 distinct forms of 15 letters from "b": one bucket; the number is of class 0.
+        for (int k = 0; k <= 50000; ++k) {
+            std::string f = "bbbbbbbbbb";
+            for (int v = k, c = 0; c < 5; ++c, v /= 26) f += static_cast<char>('a' + v % 26);
+            lignes.push_back("<M f=" + f + " >\t1\t!");
+        }
+        b.Index("t1", {kSep, "<M f=chat >\t2\t!"});
+        b.Index("t2", lignes);
+        b.Index("t3", {kSep, "<M f=chien >\t2\t!"});
+        b.ctx.fils = fils;
+        b.dialogue.reponses = {"N"};
+        b.dialogue.fichiers = {b.Liste({"t1", "t2", "t3"})};
+        EtatReleves etat;
+        ParametresReleve p;
+        const std::string erreur = test::MessageErreur([&] {
+            if (commande == 0) Lexique(b.ctx, p, etat);
+            else if (commande == 1) GrandLexique(b.ctx, p, etat);
+            else LexiquesMultiples(b.ctx, p, etat);
+        });
+        return std::make_pair(erreur, test::Arbo(b.racine));
+    };
+    for (int commande : {0, 1, 2}) {
+        SCOPED_TRACE("commande " + std::to_string(commande));
+        const auto un = lancer(commande, 1);
+        EXPECT_EQ(un.first,
+                  "Limite dépassée : plus de 50000 entrées dans la case de « bbbbbbbbbbczvca » de la table des items "
+                  "(MAX_ENTREES_CASIER = 50000)");
+        const auto deux = lancer(commande, 2);
+        EXPECT_EQ(deux.first, un.first);
+        EXPECT_TRUE(deux.second == un.second);
+    }
+}
+
 }  // namespace
 }  // namespace telvoris
