@@ -16,7 +16,7 @@ namespace {
 
 // Past this many distinct tags the remembered items are forgotten, so that a thread's memory
 // stays bounded on a corpus too large for it ("Grand lexique").
-constexpr std::size_t kMaxEtiquettesRetenues = std::size_t{1} << 20;
+constexpr std::size_t kMaxEtiquettesRetenues = std::size_t{1} << 18;
 
 }  // namespace
 
