@@ -44,7 +44,7 @@ void Usage(std::ostream& os) {
           "      choix de fichier sans réponse arrête l'exécution (statut 2, « Réponse manquante : ... »)\n"
           "      --attendre : smn_afc attend la fin du solveur et finalise ses fichiers dans la foulée\n"
           "      --fils N : nombre de fils de calcul des étapes qui traitent les textes un à un (segmentation,\n"
-          "      réindexation, composés, passe automatique) ; par défaut, tous les cœurs de la machine\n"
+          "      réindexation, composés, passe automatique, relevés de lexique) ; par défaut, tous les cœurs\n"
           "  telvoris exporter FICHIER [--format csv|tsv]\n"
           "      copie UTF-8 (point décimal, ligne d'en-tête) d'un lexique, d'une matrice, d'une distribution,\n"
           "      d'un résultat du solveur ou d'une projection, écrite à côté du fichier, qui reste intact\n"

@@ -16,12 +16,16 @@ CasierLexique::Entree* CasierLexique::Trouver(std::string_view item, CleMot cle)
 
 CasierLexique::Entree& CasierLexique::Nouvelle(std::string_view item, CleMot cle, long long compte) {
     auto& casier = casiers_[Indice(cle)];
-    if (casier.entrees.size() >= MAX_ENTREES_CASIER)
-        LimiteDepassee("MAX_ENTREES_CASIER", MAX_ENTREES_CASIER,
-                       Joindre("entrées dans la case de « "_cp, item, " » de la table des items"_cp));
+    VerifierPlace(casier.entrees.size(), item);
     casier.index.emplace(std::string(item), static_cast<std::uint32_t>(casier.entrees.size()));
     casier.entrees.push_back({std::string(item), compte});
     return casier.entrees.back();
+}
+
+void CasierLexique::VerifierPlace(std::size_t taille, std::string_view item) {
+    if (taille >= MAX_ENTREES_CASIER)
+        LimiteDepassee("MAX_ENTREES_CASIER", MAX_ENTREES_CASIER,
+                       Joindre("entrées dans la case de « "_cp, item, " » de la table des items"_cp));
 }
 
 void CasierLexique::Blanchir(CleMot cle, std::size_t i) {

@@ -48,6 +48,14 @@ public:
         return true;
     }
 
+    // The bound error of a bucket that already holds `taille` entries when `item` comes new.
+    static void VerifierPlace(std::size_t taille, std::string_view item);
+    // The bucket's rank in the walk order (lengths outside, classes inside).
+    static std::size_t Indice(CleMot c) {
+        return static_cast<std::size_t>(c.ClasseLongueur * (MAX_CLASSE_INITIALE + 1) + c.ClasseInitiale);
+    }
+    static constexpr std::size_t kCasiers = (MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1);
+
     std::size_t Taille(CleMot cle) const { return casiers_[Indice(cle)].entrees.size(); }
     std::vector<Entree>& Entrees(CleMot cle) { return casiers_[Indice(cle)].entrees; }
     // Blanks an entry's item: it is no longer found, and it is not written again.
@@ -73,10 +81,7 @@ private:
         std::vector<Entree> entrees;
         std::unordered_map<std::string, std::uint32_t, HachageTexte, std::equal_to<>> index;
     };
-    static std::size_t Indice(CleMot c) {
-        return static_cast<std::size_t>(c.ClasseLongueur * (MAX_CLASSE_INITIALE + 1) + c.ClasseInitiale);
-    }
-    std::array<Casier, (MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1)> casiers_;
+    std::array<Casier, kCasiers> casiers_;
 };
 
 // Writes the walked buckets as a lexicon file: descending count, equal counts in bucket order.

@@ -6,8 +6,10 @@
 #include "core/erreurs.hpp"
 #include "core/horloge.hpp"
 #include "core/liste_textes.hpp"
+#include "core/parallele.hpp"
 #include "core/texte.hpp"
 #include "stats/commun.hpp"
+#include "stats/releve_textes.hpp"
 
 namespace telvoris {
 
@@ -36,79 +38,6 @@ std::string LibelleFichier(std::size_t i, std::size_t n) {
 fs::path IndexTexte(const fs::path& racine, const std::string& nom) {
     return Chemin(racine / "OLBRIN_TT" / "LEXINDEX", Joindre(nom, ".txt"));
 }
-
-// Counts the lines of index files into the bucket table, as the three lexicon commands do.
-class Compteur {
-public:
-    Compteur(CasierLexique& casier, int niveau, bool composer, const std::vector<std::string>* postclitiques)
-        : casier_(casier), niveau_(niveau), composer_(composer), postclitiques_(postclitiques) {}
-
-    long long N = 0, V = 0;
-    CleMot dernier{};           // the bucket last touched
-    EcrivainFichier* controle = nullptr;  // "Grand lexique": one line per token of the first text
-    int niveauControle = 0;               // the level as the panel gave it, for that file
-
-    // `champ3` asks for a tab behind the count, as the per-partition files have it.
-    void Fichier(const fs::path& chemin, bool champ3) {
-        LireFichier(chemin, contenu_);
-        LecteurLignes lecteur(contenu_);
-        std::string_view ligne;
-        while (lecteur.Suivante(ligne)) {
-            if (ligne.empty() || ligne == SEPARATEUR_PARTITIONS) continue;
-            Ligne(ligne, champ3, [&] {
-                return Joindre(TexteChemin(chemin), ", ligne "_cp, std::to_string(lecteur.Numero()));
-            });
-        }
-    }
-
-private:
-    template <class Ou>
-    void Ligne(std::string_view ligne, bool champ3, Ou ou) {
-        const std::size_t tab = ligne.find('\t');
-        if (tab == std::string_view::npos)
-            throw ErreurExecution(Joindre("Ligne d'index sans compte : « "_cp, ligne, " » ("_cp, ou(), ")"));
-        const std::size_t tab2 = ligne.find('\t', tab + 1);
-        if (champ3 && tab2 == std::string_view::npos)
-            throw ErreurExecution(Joindre("Ligne d'index sans positions : « "_cp, ligne, " » ("_cp, ou(), ")"));
-        const std::string_view champ2 =
-            ligne.substr(tab + 1, tab2 == std::string_view::npos ? std::string_view::npos : tab2 - tab - 1);
-        const long long compte = LireEntierOu(champ2, ou);
-        attributs_ = LireAttributs(ligne.substr(0, tab));
-        if (postclitiques_ && !attributs_.f.empty() && attributs_.f[0] == '-') {
-            const std::string_view reste = std::string_view(attributs_.f).substr(1);
-            for (const auto& p : *postclitiques_)
-                if (p == reste) {
-                    attributs_.f.erase(0, 1);
-                    break;
-                }
-        }
-        ItemDuJeton(attributs_, niveau_, composer_, item_);
-        if (controle) {
-            controle_.assign(Nombre(niveauControle));
-            controle_ += '\t';
-            controle_ += item_;
-            controle_ += '\t';
-            controle_ += champ2;
-            controle->Ligne(controle_);
-        }
-        if (item_.empty()) return;
-        N += compte;
-        dernier = CasierLexique::Cle(item_);
-        if (auto* e = casier_.Trouver(item_, dernier)) {
-            e->compte += compte;
-        } else {
-            casier_.Nouvelle(item_, dernier, compte);
-            ++V;
-        }
-    }
-
-    CasierLexique& casier_;
-    int niveau_;
-    bool composer_;
-    const std::vector<std::string>* postclitiques_;
-    std::string contenu_, item_, controle_;
-    AttributsJeton attributs_;
-};
 
 void Terminer(Contexte& ctx, const std::string& debut) {
     ctx.dialogue.MasquerProgression();
@@ -156,15 +85,32 @@ void Lexique(Contexte& ctx, const ParametresReleve& p, EtatReleves& etat) {
     if (!DossierExiste(liste->doss_racine / "OLBRIN_TT" / "LEXINDEX")) d.Afficher(kNonIndexe);
     const std::string debut = TexteHeure(ctx.horloge.Maintenant());
 
-    Compteur compteur(etat.casier, p.NiveauLexical, true, nullptr);
+    // Each thread reads and counts its texts; the table takes them in list order.
+    const unsigned fils = FilsEffectifs(ctx.fils);
+    std::vector<ReleveurTextes> releveurs(fils, ReleveurTextes(ReglesReleve{p.NiveauLexical, true, false, nullptr}));
+    long long N = 0, V = 0;
+    CleMot dernier{};
     const std::size_t n = liste->noms.size();
-    for (std::size_t i = 0; i < n; ++i) {
-        d.Progression(LibelleFichier(i + 1, n), static_cast<long long>(i + 1), static_cast<long long>(n));
-        compteur.Fichier(IndexTexte(liste->doss_racine, liste->noms[i]), false);
-        if (etat.casier.Taille(compteur.dernier) > ARRET_LEXIQUE) {
-            d.Afficher(Joindre("Lexique arrêté au niveau de "_cp, liste->noms[i]));
-            break;
-        }
+    struct Arret {};
+    try {
+        TraiterDansLOrdre<ReleveTexte>(
+            n, fils,
+            [&](std::size_t i) {
+                d.Progression(LibelleFichier(i + 1, n), static_cast<long long>(i + 1), static_cast<long long>(n));
+            },
+            [&](std::size_t i, unsigned o) { return releveurs[o].Relever(IndexTexte(liste->doss_racine, liste->noms[i])); },
+            [&](std::size_t i, ReleveTexte& r) {
+                V += static_cast<long long>(Verser(r, etat.casier));
+                if (r.erreur) std::rethrow_exception(r.erreur);
+                N += r.N;
+                if (r.touche) dernier = r.dernier;
+                if (etat.casier.Taille(dernier) > ARRET_LEXIQUE) {
+                    d.Afficher(Joindre("Lexique arrêté au niveau de "_cp, liste->noms[i]));
+                    throw Arret{};
+                }
+            });
+    } catch (const Arret&) {
+        // The texts after this one are not counted.
     }
 
     static constexpr std::string_view kPrefixes[] = {"FORMES_MIN_", "FORMES_TYP_", "LEMMES_", "NP"};
@@ -184,19 +130,19 @@ void Lexique(Contexte& ctx, const ParametresReleve& p, EtatReleves& etat) {
     }
 
     d.MasquerProgression();
-    d.Resultat(Joindre("N = ", Nombre(compteur.N), " occurrences."));
-    if (p.NiveauLexical == 0) d.Resultat(Joindre("V = ", Nombre(compteur.V), " formes."));
+    d.Resultat(Joindre("N = ", Nombre(N), " occurrences."));
+    if (p.NiveauLexical == 0) d.Resultat(Joindre("V = ", Nombre(V), " formes."));
     if (p.NiveauLexical == 2) {
         // V counts every distinct item, the ambiguous ones among them, whatever the label says.
-        d.Resultat(Joindre("V = ", Nombre(compteur.V), " lemmes non ambigus."));
+        d.Resultat(Joindre("V = ", Nombre(V), " lemmes non ambigus."));
         d.Resultat(Joindre("V2 = ", Nombre(V2), " lemmes ambigus."));
     }
     const std::string duree = TexteDuree(debut, ctx.horloge, Copie::Statistiques);
     d.Resultat(duree);
     EcrivainFichier memo(Chemin(lexiques, Joindre("MEMO_", horodate, ".txt")));
     if (p.NiveauLexical == 0 || p.NiveauLexical == 2) {
-        memo.Ligne(Joindre("N = ", Nombre(compteur.N)));
-        memo.Ligne(Joindre("V = ", Nombre(compteur.V)));
+        memo.Ligne(Joindre("N = ", Nombre(N)));
+        memo.Ligne(Joindre("V = ", Nombre(V)));
         if (p.NiveauLexical == 2) memo.Ligne(Joindre("V2 = ", Nombre(V2)));
     }
     memo.Fermer();
@@ -226,23 +172,30 @@ void GrandLexique(Contexte& ctx, const ParametresReleve& p, EtatReleves& etat) {
     {
         EcrivainFichier controle(travail / "CONTROLE.txt");
         std::string ligne;
-        for (std::size_t i = 0; i < n; ++i) {
-            d.Progression(LibelleFichier(i + 1, n), static_cast<long long>(i + 1), static_cast<long long>(n));
-            etat.casier.Vider();
-            Compteur compteur(etat.casier, niveau, true, &postclitiques);
-            if (i == 0) {
-                compteur.controle = &controle;
-                compteur.niveauControle = p.NiveauLexical;
-            }
-            compteur.Fichier(IndexTexte(liste->doss_racine, liste->noms[i]), false);
-            EcrivainFichier sortie(partiel(i + 1));
-            etat.casier.Parcourir([&](CleMot, std::size_t, CasierLexique::Entree& e) {
-                ligne.assign(e.item);
-                ligne += '\t';
-                AjouterNombre(ligne, e.compte);
-                sortie.Ligne(ligne);
+        const unsigned fils = FilsEffectifs(ctx.fils);
+        std::vector<ReleveurTextes> releveurs(fils, ReleveurTextes(ReglesReleve{niveau, true, false, &postclitiques}));
+        // Each text's partial lexicon is made apart from the table, which keeps only its class 0.
+        etat.casier.Vider();
+        TraiterDansLOrdre<ReleveTexte>(
+            n, fils,
+            [&](std::size_t i) {
+                d.Progression(LibelleFichier(i + 1, n), static_cast<long long>(i + 1), static_cast<long long>(n));
+            },
+            [&](std::size_t i, unsigned o) {
+                return releveurs[o].Relever(IndexTexte(liste->doss_racine, liste->noms[i]), i == 0 ? p.NiveauLexical : -1);
+            },
+            [&](std::size_t i, ReleveTexte& r) {
+                if (i == 0) controle.Ecrire(r.controle);
+                const auto entrees = VerserTexteSeul(r, etat.casier);
+                if (r.erreur) std::rethrow_exception(r.erreur);
+                EcrivainFichier sortie(partiel(i + 1));
+                for (const auto* e : entrees) {
+                    ligne.assign(e->item);
+                    ligne += '\t';
+                    AjouterNombre(ligne, e->compte);
+                    sortie.Ligne(ligne);
+                }
             });
-        }
     }
 
     // Phase 2: merge passes. A pass takes every line of a known item, and new items until one
@@ -387,22 +340,30 @@ void LexiquesMultiples(Contexte& ctx, const ParametresReleve& p, EtatReleves& et
     std::vector<EtatReleves::Rangee> centaines(kMaxCentaines + 1), unites(101);
     const std::size_t n = liste->noms.size();
     std::string ligne;
-    for (std::size_t i = 0; i < n; ++i) {
-        const std::string& nom = liste->noms[i];
+    const unsigned fils = FilsEffectifs(ctx.fils);
+    // The blocks of the text's index are its partitions; their lines are counted alike.
+    std::vector<ReleveurTextes> releveurs(fils, ReleveurTextes(ReglesReleve{p.NiveauLexical, false, true, nullptr}));
+    etat.casier.Vider();
+    auto annoncer = [&](std::size_t i) {
         d.Progression(LibelleFichier(i + 1, n), static_cast<long long>(i + 1), static_cast<long long>(n));
-        etat.casier.Vider();
+    };
+    auto relever = [&](std::size_t i, unsigned o) {
+        return releveurs[o].Relever(IndexTexte(liste->doss_racine, liste->noms[i]));
+    };
+    // Each text's file is written here, on the calling thread, in list order.
+    TraiterDansLOrdre<ReleveTexte>(n, fils, annoncer, relever, [&](std::size_t i, ReleveTexte& releve) {
+        const std::string& nom = liste->noms[i];
         for (auto& r : centaines) r.n = 0;
         for (auto& r : unites) r.n = 0;
         // Only the counters of counts up to 10,000 are cleared: an item of a higher count comes
         // again in the lexicons of the texts that follow.
         for (auto& [compte, rangee] : etat.milliers)
             if (compte <= 10000) rangee.n = 0;
+        const auto entrees = VerserTexteSeul(releve, etat.casier);
+        if (releve.erreur) std::rethrow_exception(releve.erreur);
 
-        // The blocks of the text's index are its partitions; their lines are counted alike.
-        Compteur compteur(etat.casier, p.NiveauLexical, false, nullptr);
-        compteur.Fichier(IndexTexte(liste->doss_racine, nom), true);
-
-        etat.casier.Parcourir([&](CleMot, std::size_t, CasierLexique::Entree& e) {
+        for (const auto* x : entrees) {
+            const auto& e = *x;
             const long long c = e.compte;
             if (c > 100000) {
                 // Never cleared, not even between texts.
@@ -432,7 +393,7 @@ void LexiquesMultiples(Contexte& ctx, const ParametresReleve& p, EtatReleves& et
                     Placer(r.items, r.n, e.item);
                 }
             }
-        });
+        }
 
         EcrivainFichier sortie(Chemin(dossier, Joindre(nom, kSuffixes[p.NiveauLexical], ".txt")));
         sortie.Ecrire(etat.chaineMultiples);
@@ -448,7 +409,7 @@ void LexiquesMultiples(Contexte& ctx, const ParametresReleve& p, EtatReleves& et
         for (long long c = 1000; c >= 101; --c) ecrire(centaines[static_cast<std::size_t>(c)], c);
         for (long long c = 100; c >= 1; --c) ecrire(unites[static_cast<std::size_t>(c)], c);
         sortie.Fermer();
-    }
+    });
     Terminer(ctx, debut);
 }
 
