@@ -4,7 +4,10 @@
 # a query for "les" with its count and distribution (--macro), and the concordance of a rare
 # word (at most one page, 39 lines), each timed five times, with the opening of the corpus alone
 # (an absent form) measured the same way.
+# The corpus carries the invented rare words planted by construire_corpus.py --rares; the
+# concordance is timed on the one planted 100 times (more than one page, spread over the corpus).
 # Usage: bench/explore_grand.sh [build folder, build by default] [corpus folder] [MB, 1140]
+# FILS (default 2) sets --fils of the segmentation and the index build.
 # Each stage is skipped when its result is already there; delete the corpus folder when done
 # (it takes some 25 GB).
 set -euo pipefail
@@ -12,23 +15,24 @@ cd "$(dirname "$0")/.."
 build="${1:-build}"
 corpus="${2:-bench/corpus/explore_grand}"
 mo="${3:-1140}"
+fils="${FILS:-2}"
 exe="$(cd "$build" && pwd)/telvoris"
 ress="$(pwd)/tests/fixtures/MORVENTA/morv_res"
 mkdir -p bench/resultats
 mesure="$(pwd)/bench/resultats/explore_grand"
 if [ ! -f "$corpus/REPERTOIRE.txt" ]; then
     echo "Construction du corpus ($mo Mo)..." >&2
-    bash bench/construire_corpus.sh --mo "$mo" "$corpus" >/dev/null
+    bash bench/construire_corpus.sh --mo "$mo" --rares "$corpus" >/dev/null
 fi
 if [ ! -d "$corpus/OLBRIN_TT/NB_PARTITIONS" ]; then
     echo "Segmentation et indexation des segments..." >&2
-    /usr/bin/time -v -o "$mesure.segmentation.time" "$exe" smn_seg --ressources "$ress" -r "$corpus/REPERTOIRE.txt" >/dev/null
+    /usr/bin/time -v -o "$mesure.segmentation.time" "$exe" smn_seg --fils "$fils" --ressources "$ress" -r "$corpus/REPERTOIRE.txt" >/dev/null
 fi
 index="$corpus/REPERTOIRE_QORX_INDEX"
 if [ ! -f "$index/DICTIONNAIRES/FREQUENTIEL_LEMMES.txt" ]; then
     echo "Index d'exploration..." >&2
     rm -rf "$index"
-    /usr/bin/time -v -o "$mesure.index.time" "$exe" Form1.smn_idx --ressources "$ress" \
+    /usr/bin/time -v -o "$mesure.index.time" "$exe" Form1.smn_idx --fils "$fils" --ressources "$ress" \
         -r N -r "$corpus/REPERTOIRE.txt" >/dev/null
 fi
 jetons=$(for f in "$corpus"/OLBRIN_TT/NB_PARTITIONS/*.txt; do cat "$f"; echo; done | tr -d '\r' | awk '{s+=$1} END {print s}')
@@ -38,9 +42,12 @@ largeur=$(tr -d '\r\n' < "$index/LARGEUR_CODE.txt" 2>/dev/null || echo 3)
 frequent=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | cut -f2 \
     | grep -vxF -f <(tr -d '\r' < "$ress/utilitaires/courts_frequents.txt") | grep -v '^[[:punct:]]*$' | head -1 \
     | iconv -f CP1252 -t UTF-8)
-# A rare word: the first alphabetic form of the fewest occurrences (a corpus made by repeating
-# its source has few rare words: its count is reported).
-rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -P '\t[a-z]{4,}$' | tail -1 | cut -f2)
+# The rare word: the one planted 100 times; in a corpus built without --rares, the first
+# alphabetic form of the fewest occurrences (its count is reported).
+rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -P '\tmervolidon$' | cut -f2 || true)
+if [ -z "$rare" ]; then
+    rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -P '\t[a-z]{4,}$' | tail -1 | cut -f2)
+fi
 rare_compte=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -P "\t${rare}\$" | head -1 | cut -f1)
 sync
 for i in 1 2 3 4 5; do
