@@ -1,6 +1,8 @@
 #include "explore/corpus.hpp"
 
 #include <algorithm>
+#include <charconv>
+#include <fstream>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -20,6 +22,28 @@ std::vector<std::string> LignesFichier(const std::filesystem::path& f) {
     std::string_view ligne;
     while (l.Suivante(ligne)) lignes.emplace_back(ligne);
     return lignes;
+}
+
+// The first line of a file, read by blocks until its end: a variable's file has one line per
+// partition, hundreds of thousands on a large corpus. A file that cannot be opened is the
+// error that reading it whole gives.
+std::string PremiereLigne(const std::filesystem::path& f) {
+    std::ifstream in(f, std::ios::binary);
+    if (!in) return LireFichier(f);
+    std::string debut;
+    char tampon[4096];
+    while (in) {
+        in.read(tampon, sizeof tampon);
+        debut.append(tampon, static_cast<std::size_t>(in.gcount()));
+        if (debut.find_first_of("\r\n") != std::string::npos) break;
+    }
+    return std::string(debut.substr(0, debut.find_first_of("\r\n")));
+}
+
+// The decimal text of v, without going through a temporary string.
+void Decimal(std::string& s, long long v) {
+    char tampon[24];
+    s.append(tampon, std::to_chars(tampon, tampon + sizeof tampon, v).ptr);
 }
 
 bool EstDate(std::string_view nom) { return nom == "DATE" || nom == "Date" || nom == "date"; }
@@ -55,6 +79,16 @@ std::unique_ptr<TableIndex> LireTableIndex(const std::filesystem::path& fichier)
 long long EtatCorpus::PartitionDe(long long position) const {
     if (CUMUL_MOTS.size() < 2) return 0;
     const auto it = std::lower_bound(CUMUL_MOTS.begin() + 1, CUMUL_MOTS.end(), position);
+    if (it == CUMUL_MOTS.end()) return NB_PARTS;
+    return static_cast<long long>(it - CUMUL_MOTS.begin());
+}
+
+long long EtatCorpus::PartitionDepuis(long long position, long long p) const {
+    if (p < 1 || p > NB_PARTS || position <= CUMUL_MOTS[static_cast<std::size_t>(p - 1)]) return PartitionDe(position);
+    // A few steps forward cover words seen in every partition; further, a binary search on the rest.
+    for (int pas = 0; pas < 8 && p < NB_PARTS && CUMUL_MOTS[static_cast<std::size_t>(p)] < position; ++pas) ++p;
+    if (CUMUL_MOTS[static_cast<std::size_t>(p)] >= position) return p;
+    const auto it = std::lower_bound(CUMUL_MOTS.begin() + p + 1, CUMUL_MOTS.end(), position);
     if (it == CUMUL_MOTS.end()) return NB_PARTS;
     return static_cast<long long>(it - CUMUL_MOTS.begin());
 }
@@ -97,10 +131,7 @@ EtatCorpus OuvrirCorpus(const std::filesystem::path& liste) {
     if (FichierExiste(index)) {
         for (auto& nom : LignesFichier(index)) {
             if (nom.empty()) continue;
-            if (EstDate(nom)) {
-                const auto valeurs = LignesFichier(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(nom, ".txt")));
-                if (!valeurs.empty()) e.exempleDate = valeurs[0];
-            }
+            if (EstDate(nom)) e.exempleDate = PremiereLigne(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(nom, ".txt")));
             e.variables.push_back(std::move(nom));
         }
     }
@@ -132,16 +163,19 @@ void LireDecoupageDate(std::string_view r, int& debut, int& longueur) {
 
 void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogue) {
     // Partitions and their shares.
-    const auto cumuls = LignesFichier(e.PATH_INDEX / "LONPARTS_M.txt");
-    e.NB_PARTS = static_cast<long long>(cumuls.size());
+    {
+        // Parsed in place: one line per partition, hundreds of thousands on a large corpus.
+        const std::string contenu = LireFichier(e.PATH_INDEX / "LONPARTS_M.txt");
+        e.CUMUL_MOTS.assign(1, 0);
+        LecteurLignes l(contenu);
+        std::string_view ligne;
+        while (l.Suivante(ligne)) e.CUMUL_MOTS.push_back(ValeurEntiere(ligne));
+    }
+    e.NB_PARTS = static_cast<long long>(e.CUMUL_MOTS.size()) - 1;
     const auto n = static_cast<std::size_t>(e.NB_PARTS) + 1;
-    e.CUMUL_MOTS.assign(n, 0);
     e.LONG_PART.assign(n, 0);
     e.PART_CORPUS.assign(n, 0.0);
-    for (std::size_t p = 1; p < n; ++p) {
-        e.CUMUL_MOTS[p] = ValeurEntiere(cumuls[p - 1]);
-        e.LONG_PART[p] = e.CUMUL_MOTS[p] - e.CUMUL_MOTS[p - 1];
-    }
+    for (std::size_t p = 1; p < n; ++p) e.LONG_PART[p] = e.CUMUL_MOTS[p] - e.CUMUL_MOTS[p - 1];
     e.NB_MOTS = e.NB_PARTS > 0 ? e.CUMUL_MOTS[n - 1] : 0;
     for (std::size_t p = 1; p < n; ++p)
         e.PART_CORPUS[p] = e.NB_MOTS > 0 ? static_cast<double>(e.LONG_PART[p]) / static_cast<double>(e.NB_MOTS) : 0.0;
@@ -174,8 +208,13 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
     }
     for (std::size_t p = 1; p < n; ++p) {
         std::string& t = e.TITRE_PART[p];
-        t = Joindre(Nombre(static_cast<long long>(p)), ". ", t);
-        t.resize(t.size() - (t.ends_with("||| ") ? 5 : 1));
+        std::string titre;
+        titre.reserve(t.size() + 12);
+        Decimal(titre, static_cast<long long>(p));
+        titre += ". ";
+        titre += t;
+        titre.resize(titre.size() - (titre.ends_with("||| ") ? 5 : 1));
+        t = std::move(titre);
     }
 
     // Contrast classes.
@@ -259,9 +298,10 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
     const bool avecCourts = FichierExiste(court);
     if (avecCourts) courts = LignesFichier(court);
     e.titresCourts.clear();
+    e.titresCourts.reserve(avecCourts ? 0 : n);
     for (std::size_t p = 1; p < n; ++p) {
-        e.TITRE_COURT[p] = avecCourts ? (p - 1 < courts.size() ? courts[p - 1] : std::string())
-                                                : Nombre(static_cast<long long>(p));
+        if (avecCourts) e.TITRE_COURT[p] = p - 1 < courts.size() ? courts[p - 1] : std::string();
+        else Decimal(e.TITRE_COURT[p], static_cast<long long>(p));
         if (p == 1 || e.TITRE_COURT[p] != e.TITRE_COURT[p - 1]) e.titresCourts.push_back(e.TITRE_COURT[p]);
     }
 }

@@ -62,6 +62,9 @@ struct EtatCorpus {
 
     // The partition of a corpus position (1 up): the first p with CUMUL_MOTS(p) >= position.
     long long PartitionDe(long long position) const;
+    // The same, for positions taken in ascending order: `precedente` is the partition of the
+    // position before, from which the search goes on.
+    long long PartitionDepuis(long long position, long long precedente) const;
 
     // The tables of the index, each file read once when first needed.
     const TableIndex& Table(DossierIndexe dossier, Casier casier);

@@ -343,9 +343,11 @@ private:
                     } else {
                         const std::string f = LireAttributs(r_.TAGS[t]).f;
                         r_.occ.reserve(r_.occ.size() + n);
+                        long long partition = 0;
                         for (std::size_t i = 0; i < n; ++i) {
                             const long long q = LireCodePosition(liste.data() + i * static_cast<std::size_t>(largeur), largeur);
-                            Occurrence& o = Ajouter(q, e_.PartitionDe(q));
+                            partition = e_.PartitionDepuis(q, partition);
+                            Occurrence& o = Ajouter(q, partition);
                             o.forme = f;
                             o.longueur = static_cast<long long>(f.size());
                         }
