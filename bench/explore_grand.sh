@@ -39,16 +39,18 @@ jetons=$(for f in "$corpus"/OLBRIN_TT/NB_PARTITIONS/*.txt; do cat "$f"; echo; do
 largeur=$(tr -d '\r\n' < "$index/LARGEUR_CODE.txt" 2>/dev/null || echo 3)
 # "les" is a short frequent word in the resource tree used here, so its positions are not kept
 # (the query says so); the most frequent form whose positions are kept is timed beside it.
-frequent=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | cut -f2 \
-    | grep -avxF -f <(tr -d '\r' < "$ress/utilitaires/courts_frequents.txt") | grep -av '^[[:punct:]]*$' | head -1 \
+# The file puts the forms above 100,000 first in the order found: sorted again by count. sed
+# reads its input to the end, where head would stop the pipeline with SIGPIPE.
+frequent=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | LC_ALL=C sort -s -t$'\t' -k1,1nr | cut -f2 \
+    | grep -avxF -f <(tr -d '\r' < "$ress/utilitaires/courts_frequents.txt") | grep -av '^[[:punct:]]*$' | sed -n 1p \
     | iconv -f CP1252 -t UTF-8)
 # The rare word: the one planted 100 times; in a corpus built without --rares, the first
 # alphabetic form of the fewest occurrences (its count is reported).
 rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -aP '\tmervolidon$' | cut -f2 || true)
 if [ -z "$rare" ]; then
-    rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -aP '\t[a-z]{4,}$' | tail -1 | cut -f2)
+    rare=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -aP '\t[a-z]{4,}$' | tail -n 1 | cut -f2)
 fi
-rare_compte=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -aP "\t${rare}\$" | head -1 | cut -f1)
+rare_compte=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | grep -aP "\t${rare}\$" | sed -n 1p | cut -f1)
 sync
 for i in 1 2 3 4 5; do
     /usr/bin/time -v -o "$mesure.les$i.time" "$exe" requete "$corpus/REPERTOIRE.txt" --forme les --macro > "$mesure.les.txt"

@@ -155,6 +155,8 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     };
     for (const auto& t : titres) choix.titres.push_back(numero(t));
     if (contraste) choix.contraste = numero(*contraste);
+    // Only the distribution table shows the partitions' titles.
+    choix.titresPartitions = p.macro;
     // The date cut is the answer to the prompt of the validation.
     class DialogueDate : public Dialogue {
     public:

@@ -167,6 +167,7 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
         // Parsed in place: one line per partition, hundreds of thousands on a large corpus.
         const std::string contenu = LireFichier(e.PATH_INDEX / "LONPARTS_M.txt");
         e.CUMUL_MOTS.assign(1, 0);
+        e.CUMUL_MOTS.reserve(static_cast<std::size_t>(std::count(contenu.begin(), contenu.end(), '\n')) + 2);
         LecteurLignes l(contenu);
         std::string_view ligne;
         while (l.Suivante(ligne)) e.CUMUL_MOTS.push_back(ValeurEntiere(ligne));
@@ -191,12 +192,13 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
     };
 
     // Titles: a title variable goes in front, the others behind, each as "name=value ||| ".
-    e.TITRE_PART.assign(n, std::string());
+    e.TITRE_PART.assign(choix.titresPartitions ? n : 0, std::string());
     std::vector<int> titres = choix.titres;
     std::sort(titres.begin(), titres.end());
     titres.erase(std::unique(titres.begin(), titres.end()), titres.end());
     for (const int v : titres) {
         verifier(v);
+        if (!choix.titresPartitions) continue;
         const std::string& nom = e.variables[static_cast<std::size_t>(v)];
         const auto vals = valeurs(v);
         for (std::size_t p = 1; p < n; ++p) {
@@ -206,7 +208,7 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
             else e.TITRE_PART[p] += morceau;
         }
     }
-    for (std::size_t p = 1; p < n; ++p) {
+    for (std::size_t p = 1; p < e.TITRE_PART.size(); ++p) {
         std::string& t = e.TITRE_PART[p];
         std::string titre;
         titre.reserve(t.size() + 12);
@@ -292,12 +294,13 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
             e.NB_MOTS > 0 ? static_cast<double>(e.LONG_CLASSE[static_cast<std::size_t>(c)]) / static_cast<double>(e.NB_MOTS) : 0.0;
 
     // Short titles for the navigator.
-    e.TITRE_COURT.assign(n, std::string());
+    e.TITRE_COURT.assign(choix.titresPartitions ? n : 0, std::string());
+    e.titresCourts.clear();
+    if (!choix.titresPartitions) return;
     const auto court = e.PATH_INDEX / "METADONNEES_QORX" / "TITRE_COURT.txt";
     std::vector<std::string> courts;
     const bool avecCourts = FichierExiste(court);
     if (avecCourts) courts = LignesFichier(court);
-    e.titresCourts.clear();
     e.titresCourts.reserve(avecCourts ? 0 : n);
     for (std::size_t p = 1; p < n; ++p) {
         if (avecCourts) e.TITRE_COURT[p] = p - 1 < courts.size() ? courts[p - 1] : std::string();

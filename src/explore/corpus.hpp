@@ -94,6 +94,10 @@ std::string TexteInstructionsVariables();
 struct ChoixVariables {
     std::vector<int> titres;
     std::optional<int> contraste;
+    // False: TITRE_PART, TITRE_COURT and the navigator's list stay empty. A query from the
+    // terminal that shows no distribution has no use for them, and a large corpus has hundreds
+    // of thousands of partitions.
+    bool titresPartitions = true;
 };
 
 // NIVEAU_VAL_NEW: partitions, titles, contrast classes (the date cut is asked through the
