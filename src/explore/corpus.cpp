@@ -1,5 +1,10 @@
 #include "explore/corpus.hpp"
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <charconv>
 #include <fstream>
@@ -23,6 +28,40 @@ std::vector<std::string> LignesFichier(const std::filesystem::path& f) {
     while (l.Suivante(ligne)) lignes.emplace_back(ligne);
     return lignes;
 }
+
+// A file mapped read-only, for the one-line-per-partition files of large corpora: its bytes are
+// parsed where the system keeps them, without a copy the size of the file.
+class FichierProjete {
+public:
+    explicit FichierProjete(const std::filesystem::path& f) {
+        const int fd = ::open(f.c_str(), O_RDONLY | O_CLOEXEC);
+        struct stat st {};
+        if (fd >= 0 && ::fstat(fd, &st) == 0 && st.st_size > 0) {
+            void* p = ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
+            if (p != MAP_FAILED) {
+                adresse_ = p;
+                taille_ = static_cast<std::size_t>(st.st_size);
+            }
+        }
+        if (fd >= 0) ::close(fd);
+        // An empty file, or one that cannot be mapped, is read the ordinary way, which also
+        // gives the usual error for a missing one.
+        if (!adresse_) copie_ = LireFichier(f);
+    }
+    ~FichierProjete() {
+        if (adresse_) ::munmap(adresse_, taille_);
+    }
+    FichierProjete(const FichierProjete&) = delete;
+    FichierProjete& operator=(const FichierProjete&) = delete;
+    std::string_view Texte() const {
+        return adresse_ ? std::string_view(static_cast<const char*>(adresse_), taille_) : std::string_view(copie_);
+    }
+
+private:
+    void* adresse_ = nullptr;
+    std::size_t taille_ = 0;
+    std::string copie_;
+};
 
 // The first line of a file, read by blocks until its end: a variable's file has one line per
 // partition, hundreds of thousands on a large corpus. A file that cannot be opened is the
@@ -165,12 +204,25 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
     // Partitions and their shares.
     {
         // Parsed in place: one line per partition, hundreds of thousands on a large corpus.
-        const std::string contenu = LireFichier(e.PATH_INDEX / "LONPARTS_M.txt");
+        const FichierProjete fichier(e.PATH_INDEX / "LONPARTS_M.txt");
+        const std::string_view contenu = fichier.Texte();
         e.CUMUL_MOTS.assign(1, 0);
         e.CUMUL_MOTS.reserve(static_cast<std::size_t>(std::count(contenu.begin(), contenu.end(), '\n')) + 2);
-        LecteurLignes l(contenu);
-        std::string_view ligne;
-        while (l.Suivante(ligne)) e.CUMUL_MOTS.push_back(ValeurEntiere(ligne));
+        // Lines end at CR LF, CR or LF, as everywhere; a line of plain digits, which is what
+        // the builder writes, is read on the spot, anything else as any number is.
+        const char* c = contenu.data();
+        const char* const fin = c + contenu.size();
+        while (c < fin) {
+            const char* const debut = c;
+            long long v = 0;
+            while (c < fin && *c >= '0' && *c <= '9' && c - debut < 18) v = v * 10 + (*c++ - '0');
+            const char* const finChiffres = c;
+            while (c < fin && *c != '\r' && *c != '\n') ++c;
+            e.CUMUL_MOTS.push_back(c > debut && finChiffres == c
+                                       ? v
+                                       : ValeurEntiere(std::string_view(debut, static_cast<std::size_t>(c - debut))));
+            if (c < fin) c += (*c == '\r' && c + 1 < fin && c[1] == '\n') ? 2 : 1;
+        }
     }
     e.NB_PARTS = static_cast<long long>(e.CUMUL_MOTS.size()) - 1;
     const auto n = static_cast<std::size_t>(e.NB_PARTS) + 1;
