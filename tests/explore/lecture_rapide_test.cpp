@@ -65,17 +65,67 @@ TEST(LectureRapide, LignesDeDistribution) {
     EXPECT_EQ(entier, "0-71234567890123");
 }
 
-// The example of the date format is the first line of the variable's file, however the file
-// ends and however long that line is.
-TEST(LectureRapide, ExempleDeDate) {
-    test::DossierTemporaire d;
-    const auto liste = test::EcrireCorpus(d.Chemin(), {{"t",
-                                                        {test::PartitionNumerotee("<QORX_ATTR DATE=2005-01 >", 1, 1),
-                                                         test::PartitionNumerotee("<QORX_ATTR DATE=2003-02 >", 2, 2)}}});
+// A corpus of two partitions (1 and 2 tokens), indexed; returns its list file.
+fs::path CorpusIndexe(const fs::path& racine) {
+    const auto liste = test::EcrireCorpus(racine, {{"t",
+                                                    {test::PartitionNumerotee("<QORX_ATTR DATE=2005-01 >", 1, 1),
+                                                     test::PartitionNumerotee("<QORX_ATTR DATE=2003-02 >", 2, 2)}}});
     test::DialogueScripte dialogue;
     const auto l = ChargerListeTextes(liste);
     fs::create_directories(DossierIndex(l));
     ConstruireIndex(l, DossierIndex(l), true, dialogue);
+    return liste;
+}
+
+// The cumulative counts are read line by line whatever the line ends, a line that is not plain
+// digits as any number is read (leading blanks, a sign, text after the digits, too many digits).
+TEST(LectureRapide, CumulsDesPartitions) {
+    test::DossierTemporaire d;
+    const auto liste = CorpusIndexe(d.Chemin());
+    test::DialogueScripte dialogue;
+    EtatCorpus e = OuvrirCorpus(liste);
+    ValiderCorpus(e, {}, dialogue);
+    EXPECT_EQ(e.CUMUL_MOTS, (std::vector<long long>{0, 1, 3}));
+    const auto fichier = e.PATH_INDEX / "LONPARTS_M.txt";
+    test::Ecrire(fichier, "3\r\n5\n 7\r9x\r\n\r\n12345678901234567890\r\n-4\r\n+8\r\r\n11");
+    ValiderCorpus(e, {}, dialogue);
+    EXPECT_EQ(e.CUMUL_MOTS, (std::vector<long long>{0, 3, 5, 7, 9, 0, 1234567890123456789LL, -4, 8, 0, 11}));
+    EXPECT_EQ(e.NB_PARTS, 10);
+    EXPECT_EQ(e.NB_MOTS, 11);
+    EXPECT_EQ(e.LONG_PART[2], 2);
+    test::Ecrire(fichier, "");
+    ValiderCorpus(e, {}, dialogue);
+    EXPECT_EQ(e.NB_PARTS, 0);
+    EXPECT_EQ(e.NB_MOTS, 0);
+    fs::remove(fichier);
+    EXPECT_THROW(ValiderCorpus(e, {}, dialogue), ErreurExecution);
+}
+
+// A query from the terminal without the distribution leaves the titles aside; with it, or by
+// default, they are there.
+TEST(LectureRapide, TitresSeulementDemandes) {
+    test::DossierTemporaire d;
+    const auto liste = CorpusIndexe(d.Chemin());
+    test::DialogueScripte dialogue;
+    EtatCorpus e = OuvrirCorpus(liste);
+    ChoixVariables choix{{0}, std::nullopt};
+    choix.titresPartitions = false;
+    ValiderCorpus(e, choix, dialogue);
+    EXPECT_TRUE(e.TITRE_PART.empty());
+    EXPECT_TRUE(e.TITRE_COURT.empty());
+    EXPECT_TRUE(e.titresCourts.empty());
+    EXPECT_EQ(e.NB_PARTS, 2);
+    ValiderCorpus(e, {{0}, std::nullopt}, dialogue);
+    EXPECT_EQ(e.TITRE_PART, (std::vector<std::string>{"", "1. DATE=2005-01", "2. DATE=2003-02"}));
+    EXPECT_EQ(e.titresCourts, (std::vector<std::string>{"1", "2"}));
+}
+
+// The example of the date format is the first line of the variable's file, however the file
+// ends and however long that line is.
+TEST(LectureRapide, ExempleDeDate) {
+    test::DossierTemporaire d;
+    const auto liste = CorpusIndexe(d.Chemin());
+    const auto l = ChargerListeTextes(liste);
     EXPECT_EQ(OuvrirCorpus(liste).exempleDate, "2005-01");
     const auto fichier = DossierIndex(l) / "METADONNEES_QORX" / "DATE.txt";
     const std::string longue(10000, '7');
