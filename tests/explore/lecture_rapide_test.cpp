@@ -8,6 +8,7 @@
 #include "core/nombres.hpp"
 #include "corpus_test.hpp"
 #include "explore/corpus.hpp"
+#include "explore/concordance_tsv.hpp"
 #include "explore/ecarts_texte.hpp"
 #include "explore/indexation.hpp"
 #include "explore/requete.hpp"
@@ -142,6 +143,28 @@ TEST(LectureRapide, ExempleDeDate) {
     }
     fs::remove(fichier);
     EXPECT_THROW(OuvrirCorpus(liste), ErreurExecution);
+}
+
+// The text of a partition, from the texts' first partitions: a text of no partition holds
+// none, nothing is placed past a missing count file or past the corpus's partitions.
+TEST(LectureRapide, TexteDUnePartition) {
+    test::DossierTemporaire d;
+    const auto liste = d.Chemin() / "REPERTOIRE.txt";
+    test::Ecrire(liste, "a\r\nvide\r\n\r\nc\r\nabsent\r\ne\r\n");
+    const auto comptes = d.Chemin() / "OLBRIN_TT" / "NB_PARTITIONS";
+    fs::create_directories(comptes);
+    test::Ecrire(comptes / "a.txt", "3\r\n4\r\n");
+    test::Ecrire(comptes / "vide.txt", "");
+    test::Ecrire(comptes / "c.txt", "5\n6\r7");
+    test::Ecrire(comptes / "e.txt", "8\r\n");
+    const TextesPartitions t = TextesDesPartitions(liste, 10);
+    const std::vector<std::string> attendus = {"", "a", "a", "c", "c", "c", "", "", "", "", "", ""};
+    for (long long p = -1; p <= 10; ++p)
+        EXPECT_EQ(t.De(p), p < 0 ? "" : attendus[static_cast<std::size_t>(p)]) << p;
+    // Fewer partitions in the index than in the count files: the extra ones have no text.
+    const TextesPartitions court = TextesDesPartitions(liste, 4);
+    EXPECT_EQ(court.De(4), "c");
+    EXPECT_EQ(court.De(5), "");
 }
 
 }  // namespace
