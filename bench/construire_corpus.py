@@ -11,8 +11,11 @@ Sortie (deterministe, aucun tirage aleatoire) :
     <sortie>/REPERTOIRE.txt                             (noms de base, un par ligne)
 Tous les fichiers sont en Windows-1252, fins de ligne CR LF.
 
-Usage : python3 bench/construire_corpus.py [--mo N] [--detail] [sortie]
+Usage : python3 bench/construire_corpus.py [--mo N] [--rares] [--detail] [sortie]
     sortie par defaut : bench/corpus ; N en millions d'octets (defaut 100).
+    --rares : plante des mots inventes de frequence connue (voir RARES), chacun
+    dans une ligne ajoutee en tete d'article, a intervalles reguliers du corpus ;
+    sans cette option, le corpus est le meme octet pour octet.
 """
 import argparse
 import datetime
@@ -27,6 +30,9 @@ PAQUET = 'debian-reference-fr'
 JOURNAUX = ['LE_COURRIER_DU_LITTORAL', 'L_ECHO_DES_PLATEAUX', 'LA_VIGIE_DU_NORD']
 PREMIER_JOUR = datetime.date(2021, 1, 4)
 TAILLE_MIN, TAILLE_MAX = 200000, 500000
+# La matiere repetee n'a pas de mot rare : ces mots inventes (absents de la
+# source) y sont plantes avec ces effectifs exacts.
+RARES = [('zorvandelle', 1), ('quibrastine', 10), ('mervolidon', 100)]
 
 MOTS_FR = set('le la les des de du et est une un pour dans vous pas sur qui que '
               'en au aux avec par ou ce cette ces il sont son sa ses plus'.split())
@@ -144,6 +150,8 @@ def main():
     ap.add_argument('sortie', nargs='?', default=os.path.join(ici, 'corpus'))
     ap.add_argument('--mo', type=float, default=100.0,
                     help='taille visee en millions d\'octets (defaut 100)')
+    ap.add_argument('--rares', action='store_true',
+                    help='plante des mots rares de frequence connue')
     ap.add_argument('--detail', action='store_true', help='liste chaque fichier ecrit')
     args = ap.parse_args()
 
@@ -170,6 +178,11 @@ def main():
             os.remove(os.path.join(archive, nom))
 
     vise = int(args.mo * 1000000)
+    # (octet vise, mot) : le mot va dans l'article qui commence a cet octet ou apres,
+    # au milieu de chacune des c tranches egales du corpus.
+    plants = sorted((vise * (2 * j + 1) // (2 * c), mot)
+                    for mot, c in (RARES if args.rares else []) for j in range(c))
+    p = 0
     total = n_articles = 0
     noms, tailles = [], []
     n, i = len(articles), 0  # i : rang de l'article suivant dans la suite repetee
@@ -187,8 +200,14 @@ def main():
             entete = ('<QORX_ATTR JOURNAL=%s DATE=%s RUBRIQUE=%s TITRE=%s >\r\n'
                       % (journal, date, rubriques[a], titre)).encode('cp1252')
             morceaux.append(entete)
+            taille += len(entete)
+            while p < len(plants) and plants[p][0] <= total + taille:
+                ligne = ('On signale ici le mot %s.\r\n' % plants[p][1]).encode('cp1252')
+                morceaux.append(ligne)
+                taille += len(ligne)
+                p += 1
             morceaux.append(corps[a])
-            taille += len(entete) + len(corps[a])
+            taille += len(corps[a])
             i += 1
             n_articles += 1
         nom = '%s_%s' % (journal, date)
@@ -209,6 +228,9 @@ def main():
     print('  tailles de fichier : %d a %d octets' % (min(tailles), max(tailles)))
     print('  dates : %s a %s' % (noms[0][-10:], noms[-1][-10:]))
     print('  REPERTOIRE.txt : %d noms' % len(noms))
+    if plants:
+        print('  mots rares plantes : %s (%d places sur %d)'
+              % (', '.join('%s %d' % r for r in RARES if args.rares), p, len(plants)))
 
 
 if __name__ == '__main__':

@@ -13,6 +13,7 @@
 #include "explore/concordance_tsv.hpp"
 #include "explore/corpus.hpp"
 #include "explore/distribution.hpp"
+#include "explore/ecarts_texte.hpp"
 #include "explore/requete.hpp"
 
 namespace telvoris {
@@ -46,7 +47,18 @@ std::string UsageRequete() {
 
 namespace {
 
-std::string Z(double z) { return FormaterDouble(Round(z, 2)); }
+// CR LF becomes LF; a lone CR stays.
+std::string SansRetoursChariot(std::string_view texte) {
+    std::string r;
+    r.reserve(texte.size());
+    std::size_t debut = 0;
+    for (std::size_t cr = texte.find("\r\n"); cr != std::string_view::npos; cr = texte.find("\r\n", debut)) {
+        r.append(texte, debut, cr - debut);
+        debut = cr + 1;
+    }
+    r.append(texte, debut);
+    return r;
+}
 
 }  // namespace
 
@@ -143,6 +155,8 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     };
     for (const auto& t : titres) choix.titres.push_back(numero(t));
     if (contraste) choix.contraste = numero(*contraste);
+    // Only the distribution table shows the partitions' titles.
+    choix.titresPartitions = p.macro;
     // The date cut is the answer to the prompt of the validation.
     class DialogueDate : public Dialogue {
     public:
@@ -179,19 +193,14 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     }
     if (p.macro) {
         const long long total = static_cast<long long>(r.occ.size());
+        TexteEcarts ecarts;
+        texte.reserve(texte.size() + static_cast<std::size_t>(etat.NB_PARTS) * 24);
         texte += Joindre("\r\n", "partition\toccurrences\técart réduit"_cp, "\r\n");
-        for (long long q = 1; q <= etat.NB_PARTS; ++q) {
-            const auto i = static_cast<std::size_t>(q);
-            texte += Joindre(etat.TITRE_PART[i], "\t", Nombre(r.OCC_PAR_PART[i]), "\t",
-                             Z(EcartReduit(total, etat.PART_CORPUS[i], r.OCC_PAR_PART[i])), "\r\n");
-        }
+        AjouterLignesDistribution(texte, etat.NB_PARTS, etat.TITRE_PART, r.OCC_PAR_PART, etat.PART_CORPUS, total, ecarts);
         if (etat.NB_CLASSES > 0) {
             texte += Joindre("\r\n", etat.variableContraste, "\toccurrences\técart réduit"_cp, "\r\n");
-            for (int c = 1; c <= etat.NB_CLASSES; ++c) {
-                const auto i = static_cast<std::size_t>(c);
-                texte += Joindre(etat.VALEUR_CLASSE[i], "\t", Nombre(r.OCC_PAR_CLASSE[i]), "\t",
-                                 Z(EcartReduit(total, etat.PART_CLASSE[i], r.OCC_PAR_CLASSE[i])), "\r\n");
-            }
+            AjouterLignesDistribution(texte, etat.NB_CLASSES, etat.VALEUR_CLASSE, r.OCC_PAR_CLASSE, etat.PART_CLASSE, total,
+                                      ecarts);
         }
     }
     if (p.micro) {
@@ -207,9 +216,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
                          "\r\n", CalculerMicro(etat, r, true).alphabetique);
     }
     // The terminal shows plain line ends.
-    std::string affiche;
-    for (std::size_t i = 0; i < texte.size(); ++i)
-        if (!(texte[i] == '\r' && i + 1 < texte.size() && texte[i + 1] == '\n')) affiche += texte[i];
+    std::string affiche = SansRetoursChariot(texte);
     if (affiche.ends_with('\n')) affiche.pop_back();
     dialogue.Resultat(affiche);
     if (sauver && r.contextes)

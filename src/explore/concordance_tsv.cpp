@@ -1,5 +1,9 @@
 #include "explore/concordance_tsv.hpp"
 
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
 #include "core/fichiers.hpp"
 #include "core/liste_textes.hpp"
 #include "core/texte.hpp"
@@ -26,52 +30,72 @@ std::string Cellule(std::string_view t) {
     return c;
 }
 
-// The lines of a variable's file, one a partition; a missing file gives none.
-std::vector<std::string> Valeurs(const fs::path& f) {
-    std::vector<std::string> lignes;
+// The lines of a variable's file for the partitions asked (one line a partition), by partition;
+// a missing file gives none. The other lines are passed over without being kept.
+std::unordered_map<long long, std::string> Valeurs(const fs::path& f, const std::unordered_set<long long>& partitions) {
+    std::unordered_map<long long, std::string> lignes;
     if (!FichierExiste(f)) return lignes;
     const std::string texte = LireFichier(f);
     LecteurLignes lecteur(texte);
     std::string_view l;
-    while (lecteur.Suivante(l)) lignes.emplace_back(l);
+    for (long long p = 1; lecteur.Suivante(l); ++p)
+        if (partitions.count(p)) lignes.emplace(p, l);
     return lignes;
 }
 
 }  // namespace
 
-std::vector<std::string> TextesDesPartitions(const fs::path& liste, long long nbPartitions) {
-    std::vector<std::string> noms(static_cast<std::size_t>(std::max(nbPartitions, 0LL)) + 1);
+std::string_view TextesPartitions::De(long long p) const {
+    if (p < 1 || p >= fin) return {};
+    // The last text beginning at or before p: a text of no partition shares its first number
+    // with the next, which is the one that holds it.
+    const auto it = std::upper_bound(premieres.begin(), premieres.end(), p);
+    if (it == premieres.begin()) return {};
+    return noms[static_cast<std::size_t>(it - premieres.begin()) - 1];
+}
+
+TextesPartitions TextesDesPartitions(const fs::path& liste, long long nbPartitions) {
+    TextesPartitions t;
+    const long long limite = std::max(nbPartitions, 0LL) + 1;
     const ListeTextes l = ChargerListeTextes(liste);
-    std::size_t p = 1;
+    long long p = 1;
     std::string tampon;
     for (const std::string& nom : l.noms) {
         if (nom.empty()) continue;
+        if (p >= limite) break;
         const fs::path comptes = Chemin(l.doss_racine / "OLBRIN_TT" / "NB_PARTITIONS", Joindre(nom, ".txt"));
         if (!FichierExiste(comptes)) break;  // the texts after it cannot be placed
         LireFichier(comptes, tampon);
         LecteurLignes lecteur(tampon);
         std::string_view ligne;
-        while (lecteur.Suivante(ligne) && p < noms.size()) noms[p++] = nom;
+        t.noms.push_back(nom);
+        t.premieres.push_back(p);
+        while (p < limite && lecteur.Suivante(ligne)) ++p;
     }
-    return noms;
+    t.fin = p;
+    return t;
 }
 
 std::string ConcordanceTsv(const EtatCorpus& etat, const Requete& r, bool triGauche,
-                           const std::vector<std::string>& textes, const std::vector<std::string>& titres) {
-    std::vector<std::vector<std::string>> valeurs;
+                           const TextesPartitions& textes, const std::vector<std::string>& titres) {
+    std::unordered_set<long long> partitions;
+    if (r.contextes)
+        for (const auto& o : r.occ) partitions.insert(o.partition);
+    std::vector<std::unordered_map<long long, std::string>> valeurs;
     for (const auto& v : titres)
-        valeurs.push_back(Valeurs(Chemin(etat.PATH_INDEX / "METADONNEES_QORX", Joindre(v, ".txt"))));
+        valeurs.push_back(Valeurs(Chemin(etat.PATH_INDEX / "METADONNEES_QORX", Joindre(v, ".txt")), partitions));
     std::string t = "texte\tpartition";
     for (const auto& v : titres) t += Joindre("\t", Cellule(v));
     t += "\tposition\tgauche\tpivot\tdroite";
     if (!r.contextes) return t;
     for (const std::size_t i : triGauche ? r.ORDRE_GAUCHE : r.ORDRE_DROIT) {
         const Occurrence& o = r.occ[i];
-        const auto p = static_cast<std::size_t>(o.partition);
         t += '\n';
-        t += Joindre(p < textes.size() ? Cellule(textes[p]) : std::string(), "\t", std::to_string(o.partition));
-        for (const auto& lignes : valeurs)
-            t += Joindre("\t", p >= 1 && p - 1 < lignes.size() ? Cellule(lignes[p - 1]) : std::string());
+        t += Joindre(Cellule(textes.De(o.partition)), "\t", std::to_string(o.partition));
+        for (const auto& lignes : valeurs) {
+            const auto v = lignes.find(o.partition);
+            t += Joindre("\t", v != lignes.end() ? Cellule(v->second) : std::string());
+        }
         // The right context begins with the key: the forms of the occurrence, joined by blanks.
         const std::size_t cle = std::min(o.droite.size(), static_cast<std::size_t>(std::max(o.longueur, 0LL)));
         t += Joindre("\t", std::to_string(o.pos), "\t", Cellule(SansBlancsAutour(o.gauche)), "\t",

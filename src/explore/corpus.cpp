@@ -1,6 +1,13 @@
 #include "explore/corpus.hpp"
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <charconv>
+#include <fstream>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -20,6 +27,62 @@ std::vector<std::string> LignesFichier(const std::filesystem::path& f) {
     std::string_view ligne;
     while (l.Suivante(ligne)) lignes.emplace_back(ligne);
     return lignes;
+}
+
+// A file mapped read-only, for the one-line-per-partition files of large corpora: its bytes are
+// parsed where the system keeps them, without a copy the size of the file.
+class FichierProjete {
+public:
+    explicit FichierProjete(const std::filesystem::path& f) {
+        const int fd = ::open(f.c_str(), O_RDONLY | O_CLOEXEC);
+        struct stat st {};
+        if (fd >= 0 && ::fstat(fd, &st) == 0 && st.st_size > 0) {
+            void* p = ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd, 0);
+            if (p != MAP_FAILED) {
+                adresse_ = p;
+                taille_ = static_cast<std::size_t>(st.st_size);
+            }
+        }
+        if (fd >= 0) ::close(fd);
+        // An empty file, or one that cannot be mapped, is read the ordinary way, which also
+        // gives the usual error for a missing one.
+        if (!adresse_) copie_ = LireFichier(f);
+    }
+    ~FichierProjete() {
+        if (adresse_) ::munmap(adresse_, taille_);
+    }
+    FichierProjete(const FichierProjete&) = delete;
+    FichierProjete& operator=(const FichierProjete&) = delete;
+    std::string_view Texte() const {
+        return adresse_ ? std::string_view(static_cast<const char*>(adresse_), taille_) : std::string_view(copie_);
+    }
+
+private:
+    void* adresse_ = nullptr;
+    std::size_t taille_ = 0;
+    std::string copie_;
+};
+
+// The first line of a file, read by blocks until its end: a variable's file has one line per
+// partition, hundreds of thousands on a large corpus. A file that cannot be opened is the
+// error that reading it whole gives.
+std::string PremiereLigne(const std::filesystem::path& f) {
+    std::ifstream in(f, std::ios::binary);
+    if (!in) return LireFichier(f);
+    std::string debut;
+    char tampon[4096];
+    while (in) {
+        in.read(tampon, sizeof tampon);
+        debut.append(tampon, static_cast<std::size_t>(in.gcount()));
+        if (debut.find_first_of("\r\n") != std::string::npos) break;
+    }
+    return std::string(debut.substr(0, debut.find_first_of("\r\n")));
+}
+
+// The decimal text of v, without going through a temporary string.
+void Decimal(std::string& s, long long v) {
+    char tampon[24];
+    s.append(tampon, std::to_chars(tampon, tampon + sizeof tampon, v).ptr);
 }
 
 bool EstDate(std::string_view nom) { return nom == "DATE" || nom == "Date" || nom == "date"; }
@@ -55,6 +118,16 @@ std::unique_ptr<TableIndex> LireTableIndex(const std::filesystem::path& fichier)
 long long EtatCorpus::PartitionDe(long long position) const {
     if (CUMUL_MOTS.size() < 2) return 0;
     const auto it = std::lower_bound(CUMUL_MOTS.begin() + 1, CUMUL_MOTS.end(), position);
+    if (it == CUMUL_MOTS.end()) return NB_PARTS;
+    return static_cast<long long>(it - CUMUL_MOTS.begin());
+}
+
+long long EtatCorpus::PartitionDepuis(long long position, long long p) const {
+    if (p < 1 || p > NB_PARTS || position <= CUMUL_MOTS[static_cast<std::size_t>(p - 1)]) return PartitionDe(position);
+    // A few steps forward cover words seen in every partition; further, a binary search on the rest.
+    for (int pas = 0; pas < 8 && p < NB_PARTS && CUMUL_MOTS[static_cast<std::size_t>(p)] < position; ++pas) ++p;
+    if (CUMUL_MOTS[static_cast<std::size_t>(p)] >= position) return p;
+    const auto it = std::lower_bound(CUMUL_MOTS.begin() + p + 1, CUMUL_MOTS.end(), position);
     if (it == CUMUL_MOTS.end()) return NB_PARTS;
     return static_cast<long long>(it - CUMUL_MOTS.begin());
 }
@@ -97,10 +170,7 @@ EtatCorpus OuvrirCorpus(const std::filesystem::path& liste) {
     if (FichierExiste(index)) {
         for (auto& nom : LignesFichier(index)) {
             if (nom.empty()) continue;
-            if (EstDate(nom)) {
-                const auto valeurs = LignesFichier(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(nom, ".txt")));
-                if (!valeurs.empty()) e.exempleDate = valeurs[0];
-            }
+            if (EstDate(nom)) e.exempleDate = PremiereLigne(Chemin(e.PATH_INDEX / "METADONNEES_QORX", Joindre(nom, ".txt")));
             e.variables.push_back(std::move(nom));
         }
     }
@@ -132,16 +202,33 @@ void LireDecoupageDate(std::string_view r, int& debut, int& longueur) {
 
 void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogue) {
     // Partitions and their shares.
-    const auto cumuls = LignesFichier(e.PATH_INDEX / "LONPARTS_M.txt");
-    e.NB_PARTS = static_cast<long long>(cumuls.size());
+    {
+        // Parsed in place: one line per partition, hundreds of thousands on a large corpus.
+        const FichierProjete fichier(e.PATH_INDEX / "LONPARTS_M.txt");
+        const std::string_view contenu = fichier.Texte();
+        e.CUMUL_MOTS.assign(1, 0);
+        e.CUMUL_MOTS.reserve(static_cast<std::size_t>(std::count(contenu.begin(), contenu.end(), '\n')) + 2);
+        // Lines end at CR LF, CR or LF, as everywhere; a line of plain digits, which is what
+        // the builder writes, is read on the spot, anything else as any number is.
+        const char* c = contenu.data();
+        const char* const fin = c + contenu.size();
+        while (c < fin) {
+            const char* const debut = c;
+            long long v = 0;
+            while (c < fin && *c >= '0' && *c <= '9' && c - debut < 18) v = v * 10 + (*c++ - '0');
+            const char* const finChiffres = c;
+            while (c < fin && *c != '\r' && *c != '\n') ++c;
+            e.CUMUL_MOTS.push_back(c > debut && finChiffres == c
+                                       ? v
+                                       : ValeurEntiere(std::string_view(debut, static_cast<std::size_t>(c - debut))));
+            if (c < fin) c += (*c == '\r' && c + 1 < fin && c[1] == '\n') ? 2 : 1;
+        }
+    }
+    e.NB_PARTS = static_cast<long long>(e.CUMUL_MOTS.size()) - 1;
     const auto n = static_cast<std::size_t>(e.NB_PARTS) + 1;
-    e.CUMUL_MOTS.assign(n, 0);
     e.LONG_PART.assign(n, 0);
     e.PART_CORPUS.assign(n, 0.0);
-    for (std::size_t p = 1; p < n; ++p) {
-        e.CUMUL_MOTS[p] = ValeurEntiere(cumuls[p - 1]);
-        e.LONG_PART[p] = e.CUMUL_MOTS[p] - e.CUMUL_MOTS[p - 1];
-    }
+    for (std::size_t p = 1; p < n; ++p) e.LONG_PART[p] = e.CUMUL_MOTS[p] - e.CUMUL_MOTS[p - 1];
     e.NB_MOTS = e.NB_PARTS > 0 ? e.CUMUL_MOTS[n - 1] : 0;
     for (std::size_t p = 1; p < n; ++p)
         e.PART_CORPUS[p] = e.NB_MOTS > 0 ? static_cast<double>(e.LONG_PART[p]) / static_cast<double>(e.NB_MOTS) : 0.0;
@@ -157,12 +244,13 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
     };
 
     // Titles: a title variable goes in front, the others behind, each as "name=value ||| ".
-    e.TITRE_PART.assign(n, std::string());
+    e.TITRE_PART.assign(choix.titresPartitions ? n : 0, std::string());
     std::vector<int> titres = choix.titres;
     std::sort(titres.begin(), titres.end());
     titres.erase(std::unique(titres.begin(), titres.end()), titres.end());
     for (const int v : titres) {
         verifier(v);
+        if (!choix.titresPartitions) continue;
         const std::string& nom = e.variables[static_cast<std::size_t>(v)];
         const auto vals = valeurs(v);
         for (std::size_t p = 1; p < n; ++p) {
@@ -172,10 +260,15 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
             else e.TITRE_PART[p] += morceau;
         }
     }
-    for (std::size_t p = 1; p < n; ++p) {
+    for (std::size_t p = 1; p < e.TITRE_PART.size(); ++p) {
         std::string& t = e.TITRE_PART[p];
-        t = Joindre(Nombre(static_cast<long long>(p)), ". ", t);
-        t.resize(t.size() - (t.ends_with("||| ") ? 5 : 1));
+        std::string titre;
+        titre.reserve(t.size() + 12);
+        Decimal(titre, static_cast<long long>(p));
+        titre += ". ";
+        titre += t;
+        titre.resize(titre.size() - (titre.ends_with("||| ") ? 5 : 1));
+        t = std::move(titre);
     }
 
     // Contrast classes.
@@ -253,15 +346,17 @@ void ValiderCorpus(EtatCorpus& e, const ChoixVariables& choix, Dialogue& dialogu
             e.NB_MOTS > 0 ? static_cast<double>(e.LONG_CLASSE[static_cast<std::size_t>(c)]) / static_cast<double>(e.NB_MOTS) : 0.0;
 
     // Short titles for the navigator.
-    e.TITRE_COURT.assign(n, std::string());
+    e.TITRE_COURT.assign(choix.titresPartitions ? n : 0, std::string());
+    e.titresCourts.clear();
+    if (!choix.titresPartitions) return;
     const auto court = e.PATH_INDEX / "METADONNEES_QORX" / "TITRE_COURT.txt";
     std::vector<std::string> courts;
     const bool avecCourts = FichierExiste(court);
     if (avecCourts) courts = LignesFichier(court);
-    e.titresCourts.clear();
+    e.titresCourts.reserve(avecCourts ? 0 : n);
     for (std::size_t p = 1; p < n; ++p) {
-        e.TITRE_COURT[p] = avecCourts ? (p - 1 < courts.size() ? courts[p - 1] : std::string())
-                                                : Nombre(static_cast<long long>(p));
+        if (avecCourts) e.TITRE_COURT[p] = p - 1 < courts.size() ? courts[p - 1] : std::string();
+        else Decimal(e.TITRE_COURT[p], static_cast<long long>(p));
         if (p == 1 || e.TITRE_COURT[p] != e.TITRE_COURT[p - 1]) e.titresCourts.push_back(e.TITRE_COURT[p]);
     }
 }

@@ -62,6 +62,9 @@ struct EtatCorpus {
 
     // The partition of a corpus position (1 up): the first p with CUMUL_MOTS(p) >= position.
     long long PartitionDe(long long position) const;
+    // The same, for positions taken in ascending order: `precedente` is the partition of the
+    // position before, from which the search goes on.
+    long long PartitionDepuis(long long position, long long precedente) const;
 
     // The tables of the index, each file read once when first needed.
     const TableIndex& Table(DossierIndexe dossier, Casier casier);
@@ -91,6 +94,10 @@ std::string TexteInstructionsVariables();
 struct ChoixVariables {
     std::vector<int> titres;
     std::optional<int> contraste;
+    // False: TITRE_PART, TITRE_COURT and the navigator's list stay empty. A query from the
+    // terminal that shows no distribution has no use for them, and a large corpus has hundreds
+    // of thousands of partitions.
+    bool titresPartitions = true;
 };
 
 // NIVEAU_VAL_NEW: partitions, titles, contrast classes (the date cut is asked through the

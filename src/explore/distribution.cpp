@@ -7,6 +7,7 @@
 #include "core/fichiers.hpp"
 #include "core/nombres.hpp"
 #include "core/texte.hpp"
+#include "explore/ecarts_texte.hpp"
 #include "explore/index_commun.hpp"
 
 namespace telvoris {
@@ -77,11 +78,16 @@ Histogramme HistogrammeClasses(const EtatCorpus& etat, const Requete& r) {
 std::filesystem::path SauverDistribution(const EtatCorpus& etat, const Requete& r, bool classes, const Horloge& horloge) {
     const Histogramme h = classes ? HistogrammeClasses(etat, r) : HistogrammePartitions(etat, r);
     std::string l1, l2 = "brut", l3 = "er";
+    TexteEcarts ecarts;
     for (long long p = 1; p <= h.nombre; ++p) {
         const auto i = static_cast<std::size_t>(p);
-        l1 += Joindre("\t", classes ? etat.VALEUR_CLASSE[i] : Nombre(p));
-        l2 += Joindre("\t", Nombre(h.comptes[i]));
-        l3 += Joindre("\t", FormaterDouble(h.ecarts[i]));
+        l1 += '\t';
+        if (classes) l1 += etat.VALEUR_CLASSE[i];
+        else AjouterEntier(l1, p);
+        l2 += '\t';
+        AjouterEntier(l2, h.comptes[i]);
+        l3 += '\t';
+        l3 += ecarts.Exact(h.ecarts[i]);
     }
     const auto chemin = Chemin(etat.PATH_INDEX / "SAUVEGARDES" / "DISTRIBUTIONS",
                                Joindre(NomFichier(r.LIBELLE), classes ? "_B_" : "_A_", Horodater(horloge), ".txt"));

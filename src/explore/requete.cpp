@@ -326,6 +326,8 @@ private:
         const bool index_seul =
             r_.LONG_SEQ == 1 && !r_.contextes && !p_.micro && r_.NB_ATTENDU >= SEUIL_DETAIL_OCCURRENCES;
         const int largeur = e_.LARGEUR_CODE;
+        // Room for every occurrence at once: growing tag by tag would copy the ones already found.
+        if (index_seul) r_.occ.reserve(static_cast<std::size_t>(r_.NB_ATTENDU));
         std::string formes;
         std::vector<std::size_t> series{0};  // where each tag's occurrences begin, in position order each
         for (std::size_t t = 0; t < r_.TAGS.size(); ++t) {
@@ -342,10 +344,11 @@ private:
                         ailleurs = static_cast<long long>(n);
                     } else {
                         const std::string f = LireAttributs(r_.TAGS[t]).f;
-                        r_.occ.reserve(r_.occ.size() + n);
+                        long long partition = 0;
                         for (std::size_t i = 0; i < n; ++i) {
                             const long long q = LireCodePosition(liste.data() + i * static_cast<std::size_t>(largeur), largeur);
-                            Occurrence& o = Ajouter(q, e_.PartitionDe(q));
+                            partition = e_.PartitionDepuis(q, partition);
+                            Occurrence& o = Ajouter(q, partition);
                             o.forme = f;
                             o.longueur = static_cast<long long>(f.size());
                         }
