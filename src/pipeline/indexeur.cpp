@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 #include <memory>
+#include <vector>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -46,7 +47,12 @@ public:
     }
     std::string& Tampon() { return texte_; }
     void FinLigne() { texte_.append("\r\n"); }
-    void Enregistrer() const { EcrireFichier(chemin_, texte_); }
+    // Written whole under its provisional name, on the thread that built it.
+    FichierEnAttente Preparer(std::size_t place) {
+        FichierEnAttente f(chemin_, texte_, place);
+        std::string().swap(texte_);
+        return f;
+    }
     void Prevoir(std::size_t taille) { texte_.reserve(taille); }
 
 private:
@@ -165,8 +171,12 @@ public:
     }
     // Closes the last partition; the files are then ready to be written.
     void Terminer();
-    void Enregistrer() const {
-        for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_, &nbParts_, &metas_}) f->Enregistrer();
+    // The seven files, in the order they are put in place.
+    std::vector<FichierEnAttente> Preparer(std::size_t place) {
+        std::vector<FichierEnAttente> fichiers;
+        fichiers.reserve(7);
+        for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_, &nbParts_, &metas_}) fichiers.push_back(f->Preparer(place));
+        return fichiers;
     }
 
 private:
@@ -315,7 +325,7 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
     fils = FilsEffectifs(fils);
     std::vector<std::string> contenus(fils);
     const auto total = static_cast<long long>(liste.noms.size());
-    TraiterDansLOrdre<std::unique_ptr<IndexeurTexte>>(
+    TraiterDansLOrdre<std::vector<FichierEnAttente>>(
         liste.noms.size(), fils,
         [&](std::size_t n) {
             // The label says "Segmentation" here too, as it always has.
@@ -341,9 +351,11 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
                                               std::to_string(lecteur.Numero()), ")"));
             }
             indexeur->Terminer();
-            return indexeur;
+            return indexeur->Preparer(PlaceEnCours(n, fils));
         },
-        [&](std::size_t, std::unique_ptr<IndexeurTexte>& indexeur) { indexeur->Enregistrer(); });
+        [&](std::size_t, std::vector<FichierEnAttente>& fichiers) {
+            for (auto& f : fichiers) f.Publier();
+        });
     marque.Achever();
 }
 

@@ -634,7 +634,7 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
     };
     std::vector<Atelier> ateliers(fils);
     const auto total = static_cast<long long>(liste.noms.size());
-    TraiterDansLOrdre<std::string>(
+    TraiterDansLOrdre<FichierEnAttente>(
         liste.noms.size(), fils,
         [&](std::size_t n) {
             dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp,
@@ -664,11 +664,9 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
                 throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
                                               std::to_string(lecteur.Numero()), ")"));
             }
-            return sortie;
+            return FichierEnAttente(Chemin(dossierTT, Joindre(liste.noms[n], ".txt")), sortie, PlaceEnCours(n, fils));
         },
-        [&](std::size_t n, std::string& sortie) {
-            EcrireFichier(Chemin(dossierTT, Joindre(liste.noms[n], ".txt")), sortie);
-        });
+        [&](std::size_t, FichierEnAttente& fichier) { fichier.Publier(); });
     marque.Achever();
 }
 

@@ -152,6 +152,17 @@ TEST(Fils, SegmentationEtIndexationIdentiques) {
     EXPECT_EQ(reindex.arbre.count("OLBRIN_TT/LEXINDEX/t6.txt"), 0u);
     EXPECT_EQ(reindex.libelles.back(), "Segmentation. Fichier5 de 7");
 
+    // A name listed several times, its texts under way together on several threads: each run
+    // leaves the files once, and no provisional file behind.
+    const Issue repete = Comparer(OperationSegmentation, res, [](const fs::path& r) {
+        CorpusBrut(r, 0, false);
+        test::Ecrire(r / "liste.txt", Lignes({"t2", "t2", "t1", "t2", "t2", "t2", "t3", "t2"}));
+        return r / "liste.txt";
+    });
+    EXPECT_EQ(repete.erreur, "(aucune erreur)");
+    EXPECT_EQ(repete.arbre.count("OLBRIN_TT/TEXTE_NU/t2.txt"), 1u);
+    for (const auto& [chemin, octets] : repete.arbre) EXPECT_EQ(chemin.find(".tmp"), std::string::npos) << chemin;
+
     // More threads than texts.
     const Issue seul = Comparer(OperationSegmentation, res, [](const fs::path& r) {
         test::Ecrire(r / "ARCHIVE_BRUT/u.txt", TexteBrut(1));
