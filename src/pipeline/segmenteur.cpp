@@ -630,7 +630,7 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
     // What each thread reuses from text to text.
     struct Atelier {
         TableJetons table;
-        std::string ligne, contenu;
+        std::string ligne, contenu, sortie;
     };
     std::vector<Atelier> ateliers(fils);
     const auto total = static_cast<long long>(liste.noms.size());
@@ -645,7 +645,9 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
             Atelier& a = ateliers[ouvrier];
             const fs::path source = Chemin(liste.doss_racine, Joindre("ARCHIVE_BRUT/", liste.noms[n], ".txt"));
             LireFichier(source, a.contenu);
-            std::string sortie;
+            // Kept from text to text, so that its pages are not asked of the system again.
+            std::string& sortie = a.sortie;
+            sortie.clear();
             sortie.reserve(a.contenu.size() * 4);
             LecteurLignes lecteur(a.contenu);
             std::string_view brute;
