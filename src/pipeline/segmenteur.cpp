@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -83,10 +84,9 @@ constexpr std::array<unsigned char, 256> kClassesCar = [] {
     }
     return t;
 }();
-inline bool EstUnCar(const std::string& t, std::initializer_list<int> codes) {
-    if (t.size() != 1) return false;
-    const int c = Code(t[0]);
-    return std::find(codes.begin(), codes.end(), c) != codes.end();
+// Whether a followed by b reads `mot`, without building the joined text.
+inline bool Joints(std::string_view a, std::string_view b, std::string_view mot) {
+    return a.size() + b.size() == mot.size() && mot.starts_with(a) && mot.substr(a.size()) == b;
 }
 
 const std::string kVide;
@@ -218,7 +218,7 @@ void Recolleur::AdresseWeb(int& i) {
 }
 
 void Recolleur::Tiret(int& i) {
-    if (T(i - 1) + T(i + 1) != "rendezvous") {
+    if (!Joints(T(i - 1), T(i + 1), "rendezvous")) {
         if (l_.Postclitiques.Contient(T(i + 1))) {
             // The hyphen goes to the right-hand word: "-il".
             Fusionner(i, 2);
@@ -233,8 +233,8 @@ void Recolleur::Tiret(int& i) {
         }
     }
     if (!MotOuNombre(i - 1) || !MotOuNombre(i + 1)) return;
-    const std::string joint = T(i - 1) + T(i) + T(i + 1);
-    if (l_.Prefixes.Contient(T(i - 1)) && !l_.FormesDico.Contient(joint) && l_.FormesDico.Contient(T(i + 1))) {
+    if (l_.Prefixes.Contient(T(i - 1)) && !l_.FormesDico.Contient(T(i - 1) + T(i) + T(i + 1)) &&
+        l_.FormesDico.Contient(T(i + 1))) {
         // The prefix stands apart with its hyphen, and loses the white space before it.
         t_.texte[i - 1] += '-';
         t_.surface[i - 1] += t_.surface[i];
@@ -414,8 +414,9 @@ void Scanner(std::string_view ligne, TableJetons& t) {
         enCours = false;
         std::string& texte = t.texte[t.NbJetons];
         texte.assign(ligne.data() + debut, fin - debut);
-        for (char& c : texte)
-            if (Code(c) == 186) c = static_cast<char>(176);
+        if (std::memchr(texte.data(), '\xBA', texte.size()))
+            for (char& c : texte)
+                if (Code(c) == 186) c = static_cast<char>(176);
         t.surface[t.NbJetons] = texte;
     };
     auto ouvrir = [&](int classe, bool avecLacune) {
@@ -499,6 +500,7 @@ bool ALettreOuChiffre(const std::string& t) {
 }
 
 // The tag of a token without letter or digit: a punctuation class, or a word when none fits.
+// A sign of one character is told by its code alone; longer ones are quotes or dots, or words.
 void BaliseSigne(const std::string& jeton, std::string& balise) {
     auto pc = [&](std::string_view classe, bool blancFinal) {
         balise += "<PC f=";
@@ -507,29 +509,37 @@ void BaliseSigne(const std::string& jeton, std::string& balise) {
         balise += classe;
         balise += blancFinal ? " > " : " >";
     };
-    if (EstUnCar(jeton, {30, 45, 95, 150, 151, 172, 173, 175})) pc("T", true);
-    else if (EstUnCar(jeton, {34, 39, 132, 139, 155, 171, 187, 145, 146, 96}) || jeton == "''") pc("Q", true);
-    else if (jeton == ".") balise.append("<PC f=. l=PT >");
-    else if (EstUnCar(jeton, {133})) pc("S", true);
-    else if (jeton == "!") pc("E", true);
-    else if (jeton == "?") pc("I", true);
-    else if (jeton.starts_with("..")) pc("S", true);
-    else if (jeton == "(") balise.append("<PC f=( l=PO >");
-    else if (jeton == ")") balise.append("<PC f=) l=PF >");
-    else if (jeton == "{") balise.append("<PC f={ l=AO >");
-    else if (jeton == "}") balise.append("<PC f=} l=AF >");
-    else if (jeton == "[") balise.append("<PC f=[ l=CO >");
-    else if (jeton == "]") balise.append("<PC f=] l=CF >");
-    else if (EstUnCar(jeton, {191})) pc("Is", false);
-    else if (EstUnCar(jeton, {161})) pc("Es", false);
-    else if (EstUnCar(jeton, {44, 130, 184})) pc("V", true);
-    else if (jeton == ":") balise.append("<PC f=: l=DP >");
-    else if (jeton == ";") balise.append("<PC f=; l=PV >");
-    else {
-        balise += "<M f=";
-        balise += jeton;
-        balise += " >";
+    if (jeton.size() == 1) {
+        switch (Code(jeton[0])) {
+            case 30: case 45: case 95: case 150: case 151: case 172: case 173: case 175:
+                return pc("T", true);
+            case 34: case 39: case 132: case 139: case 155: case 171: case 187: case 145: case 146: case 96:
+                return pc("Q", true);
+            case '.': balise.append("<PC f=. l=PT >"); return;
+            case 133: return pc("S", true);
+            case '!': return pc("E", true);
+            case '?': return pc("I", true);
+            case '(': balise.append("<PC f=( l=PO >"); return;
+            case ')': balise.append("<PC f=) l=PF >"); return;
+            case '{': balise.append("<PC f={ l=AO >"); return;
+            case '}': balise.append("<PC f=} l=AF >"); return;
+            case '[': balise.append("<PC f=[ l=CO >"); return;
+            case ']': balise.append("<PC f=] l=CF >"); return;
+            case 191: return pc("Is", false);
+            case 161: return pc("Es", false);
+            case 44: case 130: case 184: return pc("V", true);
+            case ':': balise.append("<PC f=: l=DP >"); return;
+            case ';': balise.append("<PC f=; l=PV >"); return;
+            default: break;
+        }
+    } else if (jeton == "''") {
+        return pc("Q", true);
+    } else if (jeton.starts_with("..")) {
+        return pc("S", true);
     }
+    balise += "<M f=";
+    balise += jeton;
+    balise += " >";
 }
 
 // Appends the tag of a word: in f, the first dash of the first kind present becomes "-", or else the
