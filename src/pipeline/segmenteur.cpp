@@ -470,6 +470,8 @@ void Scanner(std::string_view ligne, TableJetons& t) {
                     enCours = true;
                 }
                 etat = 'l';
+                // The rest of the word's letters change nothing: passed in one go.
+                while (p + 1 < taille && kClassesCar[static_cast<unsigned char>(ligne[p + 1])] == CAR_LETTRE) ++p;
                 break;
             case CAR_BLANC:
                 fermer(p);
