@@ -604,7 +604,8 @@ namespace {
 
 // Before the passes: a line holding "é" as two bytes is read as UTF-8, and the ligatures (with
 // the division sign, read as one) are written out in two letters.
-void Preparer(std::string_view brute, std::string& ligne) {
+// The line to segment: `brute` itself when nothing changes, or else built in `ligne`.
+std::string_view Preparer(std::string_view brute, std::string& ligne) {
     bool utf8 = false, ligatures = false;
     for (std::size_t p = 0; p < brute.size(); ++p) {
         const int c = Code(brute[p]);
@@ -619,8 +620,9 @@ void Preparer(std::string_view brute, std::string& ligne) {
         ligatures = brute.find_first_of("\x8C\x9C\xF7") != std::string_view::npos;
     }
     if (!ligatures) {
+        if (!utf8) return brute;
         ligne.assign(brute);
-        return;
+        return ligne;
     }
     ligne.clear();
     for (char ch : brute) {
@@ -629,6 +631,7 @@ void Preparer(std::string_view brute, std::string& ligne) {
         else if (c == 156 || c == 247) ligne += "oe";
         else ligne += ch;
     }
+    return ligne;
 }
 
 }  // namespace
@@ -668,8 +671,7 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
                     if (EstLigneMetadonnees(brute)) {
                         sortie.append(brute);
                     } else {
-                        Preparer(brute, a.ligne);
-                        SegmenterLigne(a.ligne, listes, a.table, sortie);
+                        SegmenterLigne(Preparer(brute, a.ligne), listes, a.table, sortie);
                     }
                     sortie.append("\r\n");
                 }
