@@ -314,3 +314,35 @@ TEST(Fils, LivraisonDansLOrdre) {
 
 }  // namespace
 }  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+// A file written by a worker appears under its name only when put in place; one dropped, or one
+// that cannot be created, leaves nothing behind.
+TEST(Fils, FichierEnAttente) {
+    test::DossierTemporaire d;
+    const fs::path cible = d.Chemin() / "t.txt";
+    test::Ecrire(cible, "ancien");
+    {
+        FichierEnAttente f(cible, "nouveau", 3);
+        EXPECT_EQ(Lire(cible), "ancien");
+        EXPECT_EQ(Lire(d.Chemin() / ".t.txt.3.tmp"), "nouveau");
+        FichierEnAttente g(cible, "autre", 4);
+        // Moved into the list of a text, then dropped with it: an error came before its turn.
+        std::vector<FichierEnAttente> liste;
+        liste.push_back(std::move(g));
+        liste.clear();
+        f.Publier();
+    }
+    EXPECT_EQ(Lire(cible), "nouveau");
+    EXPECT_EQ(Arbo(d.Chemin()).size(), 1u);
+    { FichierEnAttente f(cible, "perdu", 0); }
+    EXPECT_EQ(Lire(cible), "nouveau");
+    EXPECT_EQ(Arbo(d.Chemin()).size(), 1u);
+    EXPECT_EQ(test::MessageErreur([&] { FichierEnAttente f(d.Chemin() / "absent" / "u.txt", "x", 1); }),
+              "Impossible de créer le fichier : " + (d.Chemin() / "absent" / "u.txt").string());
+}
+
+}  // namespace
+}  // namespace telvoris
