@@ -6,8 +6,10 @@
 #include <condition_variable>
 #include <cstddef>
 #include <exception>
+#include <filesystem>
 #include <mutex>
 #include <optional>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -17,6 +19,34 @@ namespace telvoris {
 unsigned FilsParDefaut();
 // `demande` threads, 0 meaning the default.
 unsigned FilsEffectifs(unsigned demande);
+
+// A file that a worker writes whole under a provisional name beside it, and that the calling
+// thread puts in place (a rename) when its text's turn comes, so that the file system's cost of
+// creating and filling files is shared by the threads while files still appear in list order.
+// One never put in place is removed: nothing of a text after an error shows. `place` tells apart
+// the provisional names of the texts under way together, since a name may be listed twice; place
+// 0 is the name a single write uses (CheminProvisoire), so a run on one thread leaves what it
+// always left when killed.
+class FichierEnAttente {
+public:
+    FichierEnAttente() = default;
+    FichierEnAttente(std::filesystem::path chemin, std::string_view contenu, std::size_t place);
+    FichierEnAttente(FichierEnAttente&& autre) noexcept;
+    FichierEnAttente& operator=(FichierEnAttente&& autre) noexcept;
+    ~FichierEnAttente();
+    // Gives the file its name; a failure is an execution error naming the file.
+    void Publier();
+
+private:
+    void Abandonner() noexcept;
+    std::filesystem::path chemin_, provisoire_;
+};
+
+// The place of text i among those under way together on `fils` threads (see TraiterDansLOrdre):
+// the waiting results and the one being delivered, at most 2 * fils + 1 consecutive texts.
+inline std::size_t PlaceEnCours(std::size_t i, unsigned fils) {
+    return fils <= 1 ? 0 : i % (2 * static_cast<std::size_t>(fils) + 1);
+}
 
 // For every i in [0, n): `annoncer(i)` then `livrer(i, resultat)` on the calling thread, in the
 // order of i, and `travail(i, ouvrier) -> R` on one of `fils` threads (ouvrier in [0, fils), so that

@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 #include <memory>
+#include <vector>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -34,11 +35,23 @@ void AjouterNombre(std::string& s, long long v) {
     s.append(p, static_cast<std::size_t>(fin - p));
 }
 
+// Appends the three characters of CodePosition(bloc, dansBloc).
+inline void AjouterPosition(std::string& s, long long bloc, int dansBloc) {
+    const long long haut = bloc / TAILLE_BLOC + 1;
+    const long long bas = bloc - TAILLE_BLOC * (haut - 1);
+    const char code[3] = {static_cast<char>(haut + 33), static_cast<char>(bas + 33), static_cast<char>(dansBloc + 33)};
+    s.append(code, 3);
+}
+
 // One derived file of a text, built in memory on the thread that indexes the text and written
 // whole by the calling thread when the text's turn comes.
 class FichierDerive {
 public:
-    explicit FichierDerive(fs::path chemin) : chemin_(std::move(chemin)) {}
+    // Starts the file of another text; the buffer keeps its capacity from text to text.
+    void Commencer(fs::path chemin) {
+        chemin_ = std::move(chemin);
+        texte_.clear();
+    }
     void Ecrire(std::string_view texte) { texte_.append(texte); }
     void Ligne(std::string_view texte) {
         texte_.append(texte);
@@ -46,7 +59,8 @@ public:
     }
     std::string& Tampon() { return texte_; }
     void FinLigne() { texte_.append("\r\n"); }
-    void Enregistrer() const { EcrireFichier(chemin_, texte_); }
+    // Written whole under its provisional name, on the thread that built it.
+    FichierEnAttente Preparer(std::size_t place) const { return FichierEnAttente(chemin_, texte_, place); }
     void Prevoir(std::size_t taille) { texte_.reserve(taille); }
 
 private:
@@ -58,36 +72,53 @@ private:
 // order of first occurrence; the tag text is the key.
 class IndexPartition {
 public:
-    void Ajouter(std::string_view balise, CleMot cle, bool sansPositions, std::string_view position) {
+    // Counts one more occurrence of a tag already met in the partition; false if it is new.
+    bool Recompter(std::string_view balise, long long bloc, int dansBloc) {
+        const std::uint32_t i = entrees_.Trouver(balise);
+        if (i == IndexTextes::kAbsent) return false;
+        ++comptes_[i];
+        if (!sansPositions_[i]) AjouterPosition(positions_[i], bloc, dansBloc);
+        return true;
+    }
+    // A tag new to the partition: what the word is (bucket, kept without positions) is worked
+    // out once, here.
+    void Ajouter(std::string_view balise, CleMot cle, bool sansPositions, long long bloc, int dansBloc) {
         bool nouveau;
         const std::uint32_t i = entrees_.Inserer(balise, nouveau);
         if (nouveau) {
             if (comptes_.size() <= i) {
                 comptes_.push_back(0);
                 positions_.emplace_back();
+                sansPositions_.push_back(false);
             }
             comptes_[i] = 0;
             positions_[i].clear();
+            sansPositions_[i] = sansPositions;
             ordre_[Casier(cle)].push_back(i);
         }
         ++comptes_[i];
-        if (!sansPositions) positions_[i].append(position);
+        if (!sansPositions_[i]) AjouterPosition(positions_[i], bloc, dansBloc);
+    }
+    // Forgets a partition left unfinished.
+    void Vider() {
+        for (auto& casier : ordre_) casier.clear();
+        entrees_.Vider();
     }
 
     // Writes the entries, bucket by bucket, and empties them.
     void Ecrire(FichierDerive& sortie) {
-        std::string ligne;
+        std::string& ligne = sortie.Tampon();
         for (int longueur = 1; longueur <= MAX_CLASSE_LONGUEUR; ++longueur) {
             for (int initiale = 1; initiale <= MAX_CLASSE_INITIALE; ++initiale) {
                 auto& casier = ordre_[Casier({longueur, initiale})];
                 for (const std::uint32_t i : casier) {
-                    ligne.assign(entrees_.Texte(i));
+                    ligne.append(entrees_.Texte(i));
                     ligne += '\t';
                     AjouterNombre(ligne, comptes_[i]);
                     ligne += '\t';
                     if (positions_[i].empty()) ligne += '!';
                     else ligne += positions_[i];
-                    sortie.Ligne(ligne);
+                    ligne.append("\r\n");
                 }
                 casier.clear();
             }
@@ -102,6 +133,7 @@ private:
     IndexTextes entrees_;
     std::vector<long long> comptes_;
     std::vector<std::string> positions_;
+    std::vector<bool> sansPositions_;
     std::array<std::vector<std::uint32_t>, (MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1)> ordre_;
 };
 
@@ -141,15 +173,23 @@ std::string_view Tete(std::string_view balise) {
 
 class IndexeurTexte {
 public:
-    IndexeurTexte(const fs::path& dossierTT, const std::string& nom, const ListeCasiers& courts)
-        : courts_(courts),
-          nu_(Fichier(dossierTT, "TEXTE_NU", nom)),
-          min_(Fichier(dossierTT, "TEXTE_MIN", nom)),
-          lex_(Fichier(dossierTT, "LEXINDEX", nom)),
-          reperes_(Fichier(dossierTT, "REPERE_LIGNES", nom)),
-          etiqF_(Fichier(dossierTT, "TEXTE_ETIQ", nom)),
-          nbParts_(Fichier(dossierTT, "NB_PARTITIONS", nom)),
-          metas_(Fichier(dossierTT, "METADONNEES", nom)) {
+    explicit IndexeurTexte(const ListeCasiers& courts) : courts_(courts) {}
+
+    // Starts another text; what a text left unfinished is forgotten, the buffers are kept.
+    void Commencer(const fs::path& dossierTT, const std::string& nom) {
+        nu_.Commencer(Fichier(dossierTT, "TEXTE_NU", nom));
+        min_.Commencer(Fichier(dossierTT, "TEXTE_MIN", nom));
+        lex_.Commencer(Fichier(dossierTT, "LEXINDEX", nom));
+        reperes_.Commencer(Fichier(dossierTT, "REPERE_LIGNES", nom));
+        etiqF_.Commencer(Fichier(dossierTT, "TEXTE_ETIQ", nom));
+        nbParts_.Commencer(Fichier(dossierTT, "NB_PARTITIONS", nom));
+        metas_.Commencer(Fichier(dossierTT, "METADONNEES", nom));
+        index_.Vider();
+        metaVue_ = false;
+        nbOccurrences_ = 0;
+        curseur_ = 1;
+        numeroBloc_ = 1;
+        dansBloc_ = 0;
         for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_}) f->Ligne(kSeparateur);
     }
 
@@ -165,8 +205,12 @@ public:
     }
     // Closes the last partition; the files are then ready to be written.
     void Terminer();
-    void Enregistrer() const {
-        for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_, &nbParts_, &metas_}) f->Enregistrer();
+    // The seven files, in the order they are put in place.
+    std::vector<FichierEnAttente> Preparer(std::size_t place) const {
+        std::vector<FichierEnAttente> fichiers;
+        fichiers.reserve(7);
+        for (auto* f : {&nu_, &min_, &lex_, &reperes_, &etiqF_, &nbParts_, &metas_}) fichiers.push_back(f->Preparer(place));
+        return fichiers;
     }
 
 private:
@@ -257,13 +301,13 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
             }
             ++nbOccurrences_;
         }
-        if (mot) {
+        if (mot && !index_.Recompter(balise, numeroBloc_, dansBloc_)) {
             Minusculiser(a.f, forme_);
             const CleMot cle = ClasserItem(forme_);
             // Words of initial class 0 (digits, signs, other accented letters) are never written
             // to the index: they are not kept.
             if (cle.ClasseInitiale != 0)
-                index_.Ajouter(balise, cle, courts_.Contient(forme_, cle), CodePosition(numeroBloc_, dansBloc_));
+                index_.Ajouter(balise, cle, courts_.Contient(forme_, cle), numeroBloc_, dansBloc_);
         }
         if (saut && !(a.f.size() > 0 && a.f.back() == '-')) {
             // A line break in the source separates words, unless it cuts one at a hyphen.
@@ -295,12 +339,8 @@ void IndexeurTexte::Terminer() {
 }  // namespace
 
 std::string CodePosition(long long bloc, int dansBloc) {
-    const long long haut = bloc / TAILLE_BLOC + 1;
-    const long long bas = bloc - TAILLE_BLOC * (haut - 1);
-    std::string r(3, '\0');
-    r[0] = static_cast<char>(haut + 33);
-    r[1] = static_cast<char>(bas + 33);
-    r[2] = static_cast<char>(dansBloc + 33);
+    std::string r;
+    AjouterPosition(r, bloc, dansBloc);
     return r;
 }
 
@@ -313,9 +353,14 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
     // Until the last text is done, the derived files are marked as half-made.
     MarqueChantier marque(MarqueReindexation(dossierTT), "Réindexer"_cp);
     fils = FilsEffectifs(fils);
-    std::vector<std::string> contenus(fils);
+    // What each thread reuses from text to text.
+    struct Atelier {
+        std::string contenu;
+        std::unique_ptr<IndexeurTexte> indexeur;
+    };
+    std::vector<Atelier> ateliers(fils);
     const auto total = static_cast<long long>(liste.noms.size());
-    TraiterDansLOrdre<std::unique_ptr<IndexeurTexte>>(
+    TraiterDansLOrdre<std::vector<FichierEnAttente>>(
         liste.noms.size(), fils,
         [&](std::size_t n) {
             // The label says "Segmentation" here too, as it always has.
@@ -325,9 +370,12 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
         },
         [&](std::size_t n, unsigned ouvrier) {
             const std::string& nom = liste.noms[n];
-            auto indexeur = std::make_unique<IndexeurTexte>(dossierTT, nom, courts);
+            Atelier& a = ateliers[ouvrier];
+            if (!a.indexeur) a.indexeur = std::make_unique<IndexeurTexte>(courts);
+            IndexeurTexte* indexeur = a.indexeur.get();
+            indexeur->Commencer(dossierTT, nom);
             const fs::path source = Chemin(dossierTT, Joindre(nom, ".txt"));
-            std::string& contenu = contenus[ouvrier];
+            std::string& contenu = a.contenu;
             LireFichier(source, contenu);
             indexeur->Prevoir(contenu.size());
             LecteurLignes lecteur(contenu);
@@ -341,9 +389,11 @@ void Indexer(const ListeTextes& liste, const ListeCasiers& courts, Dialogue& dia
                                               std::to_string(lecteur.Numero()), ")"));
             }
             indexeur->Terminer();
-            return indexeur;
+            return indexeur->Preparer(PlaceEnCours(n, fils));
         },
-        [&](std::size_t, std::unique_ptr<IndexeurTexte>& indexeur) { indexeur->Enregistrer(); });
+        [&](std::size_t, std::vector<FichierEnAttente>& fichiers) {
+            for (auto& f : fichiers) f.Publier();
+        });
     marque.Achever();
 }
 

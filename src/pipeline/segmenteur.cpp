@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -83,10 +84,9 @@ constexpr std::array<unsigned char, 256> kClassesCar = [] {
     }
     return t;
 }();
-inline bool EstUnCar(const std::string& t, std::initializer_list<int> codes) {
-    if (t.size() != 1) return false;
-    const int c = Code(t[0]);
-    return std::find(codes.begin(), codes.end(), c) != codes.end();
+// Whether a followed by b reads `mot`, without building the joined text.
+inline bool Joints(std::string_view a, std::string_view b, std::string_view mot) {
+    return a.size() + b.size() == mot.size() && mot.starts_with(a) && mot.substr(a.size()) == b;
 }
 
 const std::string kVide;
@@ -218,7 +218,7 @@ void Recolleur::AdresseWeb(int& i) {
 }
 
 void Recolleur::Tiret(int& i) {
-    if (T(i - 1) + T(i + 1) != "rendezvous") {
+    if (!Joints(T(i - 1), T(i + 1), "rendezvous")) {
         if (l_.Postclitiques.Contient(T(i + 1))) {
             // The hyphen goes to the right-hand word: "-il".
             Fusionner(i, 2);
@@ -233,8 +233,8 @@ void Recolleur::Tiret(int& i) {
         }
     }
     if (!MotOuNombre(i - 1) || !MotOuNombre(i + 1)) return;
-    const std::string joint = T(i - 1) + T(i) + T(i + 1);
-    if (l_.Prefixes.Contient(T(i - 1)) && !l_.FormesDico.Contient(joint) && l_.FormesDico.Contient(T(i + 1))) {
+    if (l_.Prefixes.Contient(T(i - 1)) && !l_.FormesDico.Contient(T(i - 1) + T(i) + T(i + 1)) &&
+        l_.FormesDico.Contient(T(i + 1))) {
         // The prefix stands apart with its hyphen, and loses the white space before it.
         t_.texte[i - 1] += '-';
         t_.surface[i - 1] += t_.surface[i];
@@ -414,8 +414,9 @@ void Scanner(std::string_view ligne, TableJetons& t) {
         enCours = false;
         std::string& texte = t.texte[t.NbJetons];
         texte.assign(ligne.data() + debut, fin - debut);
-        for (char& c : texte)
-            if (Code(c) == 186) c = static_cast<char>(176);
+        if (std::memchr(texte.data(), '\xBA', texte.size()))
+            for (char& c : texte)
+                if (Code(c) == 186) c = static_cast<char>(176);
         t.surface[t.NbJetons] = texte;
     };
     auto ouvrir = [&](int classe, bool avecLacune) {
@@ -469,6 +470,8 @@ void Scanner(std::string_view ligne, TableJetons& t) {
                     enCours = true;
                 }
                 etat = 'l';
+                // The rest of the word's letters change nothing: passed in one go.
+                while (p + 1 < taille && kClassesCar[static_cast<unsigned char>(ligne[p + 1])] == CAR_LETTRE) ++p;
                 break;
             case CAR_BLANC:
                 fermer(p);
@@ -499,6 +502,7 @@ bool ALettreOuChiffre(const std::string& t) {
 }
 
 // The tag of a token without letter or digit: a punctuation class, or a word when none fits.
+// A sign of one character is told by its code alone; longer ones are quotes or dots, or words.
 void BaliseSigne(const std::string& jeton, std::string& balise) {
     auto pc = [&](std::string_view classe, bool blancFinal) {
         balise += "<PC f=";
@@ -507,29 +511,37 @@ void BaliseSigne(const std::string& jeton, std::string& balise) {
         balise += classe;
         balise += blancFinal ? " > " : " >";
     };
-    if (EstUnCar(jeton, {30, 45, 95, 150, 151, 172, 173, 175})) pc("T", true);
-    else if (EstUnCar(jeton, {34, 39, 132, 139, 155, 171, 187, 145, 146, 96}) || jeton == "''") pc("Q", true);
-    else if (jeton == ".") balise.append("<PC f=. l=PT >");
-    else if (EstUnCar(jeton, {133})) pc("S", true);
-    else if (jeton == "!") pc("E", true);
-    else if (jeton == "?") pc("I", true);
-    else if (jeton.starts_with("..")) pc("S", true);
-    else if (jeton == "(") balise.append("<PC f=( l=PO >");
-    else if (jeton == ")") balise.append("<PC f=) l=PF >");
-    else if (jeton == "{") balise.append("<PC f={ l=AO >");
-    else if (jeton == "}") balise.append("<PC f=} l=AF >");
-    else if (jeton == "[") balise.append("<PC f=[ l=CO >");
-    else if (jeton == "]") balise.append("<PC f=] l=CF >");
-    else if (EstUnCar(jeton, {191})) pc("Is", false);
-    else if (EstUnCar(jeton, {161})) pc("Es", false);
-    else if (EstUnCar(jeton, {44, 130, 184})) pc("V", true);
-    else if (jeton == ":") balise.append("<PC f=: l=DP >");
-    else if (jeton == ";") balise.append("<PC f=; l=PV >");
-    else {
-        balise += "<M f=";
-        balise += jeton;
-        balise += " >";
+    if (jeton.size() == 1) {
+        switch (Code(jeton[0])) {
+            case 30: case 45: case 95: case 150: case 151: case 172: case 173: case 175:
+                return pc("T", true);
+            case 34: case 39: case 132: case 139: case 155: case 171: case 187: case 145: case 146: case 96:
+                return pc("Q", true);
+            case '.': balise.append("<PC f=. l=PT >"); return;
+            case 133: return pc("S", true);
+            case '!': return pc("E", true);
+            case '?': return pc("I", true);
+            case '(': balise.append("<PC f=( l=PO >"); return;
+            case ')': balise.append("<PC f=) l=PF >"); return;
+            case '{': balise.append("<PC f={ l=AO >"); return;
+            case '}': balise.append("<PC f=} l=AF >"); return;
+            case '[': balise.append("<PC f=[ l=CO >"); return;
+            case ']': balise.append("<PC f=] l=CF >"); return;
+            case 191: return pc("Is", false);
+            case 161: return pc("Es", false);
+            case 44: case 130: case 184: return pc("V", true);
+            case ':': balise.append("<PC f=: l=DP >"); return;
+            case ';': balise.append("<PC f=; l=PV >"); return;
+            default: break;
+        }
+    } else if (jeton == "''") {
+        return pc("Q", true);
+    } else if (jeton.starts_with("..")) {
+        return pc("S", true);
     }
+    balise += "<M f=";
+    balise += jeton;
+    balise += " >";
 }
 
 // Appends the tag of a word: in f, the first dash of the first kind present becomes "-", or else the
@@ -592,7 +604,8 @@ namespace {
 
 // Before the passes: a line holding "é" as two bytes is read as UTF-8, and the ligatures (with
 // the division sign, read as one) are written out in two letters.
-void Preparer(std::string_view brute, std::string& ligne) {
+// The line to segment: `brute` itself when nothing changes, or else built in `ligne`.
+std::string_view Preparer(std::string_view brute, std::string& ligne) {
     bool utf8 = false, ligatures = false;
     for (std::size_t p = 0; p < brute.size(); ++p) {
         const int c = Code(brute[p]);
@@ -607,8 +620,9 @@ void Preparer(std::string_view brute, std::string& ligne) {
         ligatures = brute.find_first_of("\x8C\x9C\xF7") != std::string_view::npos;
     }
     if (!ligatures) {
+        if (!utf8) return brute;
         ligne.assign(brute);
-        return;
+        return ligne;
     }
     ligne.clear();
     for (char ch : brute) {
@@ -617,6 +631,7 @@ void Preparer(std::string_view brute, std::string& ligne) {
         else if (c == 156 || c == 247) ligne += "oe";
         else ligne += ch;
     }
+    return ligne;
 }
 
 }  // namespace
@@ -630,11 +645,11 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
     // What each thread reuses from text to text.
     struct Atelier {
         TableJetons table;
-        std::string ligne, contenu;
+        std::string ligne, contenu, sortie;
     };
     std::vector<Atelier> ateliers(fils);
     const auto total = static_cast<long long>(liste.noms.size());
-    TraiterDansLOrdre<std::string>(
+    TraiterDansLOrdre<FichierEnAttente>(
         liste.noms.size(), fils,
         [&](std::size_t n) {
             dialogue.Progression(Joindre("Segmentation. Fichier"_cp, std::to_string(n + 1), " de "_cp,
@@ -645,7 +660,9 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
             Atelier& a = ateliers[ouvrier];
             const fs::path source = Chemin(liste.doss_racine, Joindre("ARCHIVE_BRUT/", liste.noms[n], ".txt"));
             LireFichier(source, a.contenu);
-            std::string sortie;
+            // Kept from text to text, so that its pages are not asked of the system again.
+            std::string& sortie = a.sortie;
+            sortie.clear();
             sortie.reserve(a.contenu.size() * 4);
             LecteurLignes lecteur(a.contenu);
             std::string_view brute;
@@ -654,8 +671,7 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
                     if (EstLigneMetadonnees(brute)) {
                         sortie.append(brute);
                     } else {
-                        Preparer(brute, a.ligne);
-                        SegmenterLigne(a.ligne, listes, a.table, sortie);
+                        SegmenterLigne(Preparer(brute, a.ligne), listes, a.table, sortie);
                     }
                     sortie.append("\r\n");
                 }
@@ -664,11 +680,9 @@ void Segmenter(const ListeTextes& liste, const ListesSegmentation& listes, Dialo
                 throw ErreurExecution(Joindre(e.what(), " ("_cp, TexteChemin(source), ", ligne "_cp,
                                               std::to_string(lecteur.Numero()), ")"));
             }
-            return sortie;
+            return FichierEnAttente(Chemin(dossierTT, Joindre(liste.noms[n], ".txt")), sortie, PlaceEnCours(n, fils));
         },
-        [&](std::size_t n, std::string& sortie) {
-            EcrireFichier(Chemin(dossierTT, Joindre(liste.noms[n], ".txt")), sortie);
-        });
+        [&](std::size_t, FichierEnAttente& fichier) { fichier.Publier(); });
     marque.Achever();
 }
 

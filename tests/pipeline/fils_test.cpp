@@ -152,6 +152,17 @@ TEST(Fils, SegmentationEtIndexationIdentiques) {
     EXPECT_EQ(reindex.arbre.count("OLBRIN_TT/LEXINDEX/t6.txt"), 0u);
     EXPECT_EQ(reindex.libelles.back(), "Segmentation. Fichier5 de 7");
 
+    // A name listed several times, its texts under way together on several threads: each run
+    // leaves the files once, and no provisional file behind.
+    const Issue repete = Comparer(OperationSegmentation, res, [](const fs::path& r) {
+        CorpusBrut(r, 0, false);
+        test::Ecrire(r / "liste.txt", Lignes({"t2", "t2", "t1", "t2", "t2", "t2", "t3", "t2"}));
+        return r / "liste.txt";
+    });
+    EXPECT_EQ(repete.erreur, "(aucune erreur)");
+    EXPECT_EQ(repete.arbre.count("OLBRIN_TT/TEXTE_NU/t2.txt"), 1u);
+    for (const auto& [chemin, octets] : repete.arbre) EXPECT_EQ(chemin.find(".tmp"), std::string::npos) << chemin;
+
     // More threads than texts.
     const Issue seul = Comparer(OperationSegmentation, res, [](const fs::path& r) {
         test::Ecrire(r / "ARCHIVE_BRUT/u.txt", TexteBrut(1));
@@ -299,6 +310,38 @@ TEST(Fils, LivraisonDansLOrdre) {
     EXPECT_GE(FilsParDefaut(), 1u);
     EXPECT_EQ(FilsEffectifs(0), FilsParDefaut());
     EXPECT_EQ(FilsEffectifs(3), 3u);
+}
+
+}  // namespace
+}  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+// A file written by a worker appears under its name only when put in place; one dropped, or one
+// that cannot be created, leaves nothing behind.
+TEST(Fils, FichierEnAttente) {
+    test::DossierTemporaire d;
+    const fs::path cible = d.Chemin() / "t.txt";
+    test::Ecrire(cible, "ancien");
+    {
+        FichierEnAttente f(cible, "nouveau", 3);
+        EXPECT_EQ(Lire(cible), "ancien");
+        EXPECT_EQ(Lire(d.Chemin() / ".t.txt.3.tmp"), "nouveau");
+        FichierEnAttente g(cible, "autre", 4);
+        // Moved into the list of a text, then dropped with it: an error came before its turn.
+        std::vector<FichierEnAttente> liste;
+        liste.push_back(std::move(g));
+        liste.clear();
+        f.Publier();
+    }
+    EXPECT_EQ(Lire(cible), "nouveau");
+    EXPECT_EQ(Arbo(d.Chemin()).size(), 1u);
+    { FichierEnAttente f(cible, "perdu", 0); }
+    EXPECT_EQ(Lire(cible), "nouveau");
+    EXPECT_EQ(Arbo(d.Chemin()).size(), 1u);
+    EXPECT_EQ(test::MessageErreur([&] { FichierEnAttente f(d.Chemin() / "absent" / "u.txt", "x", 1); }),
+              "Impossible de créer le fichier : " + (d.Chemin() / "absent" / "u.txt").string());
 }
 
 }  // namespace
