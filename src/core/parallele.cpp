@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <string_view>
+#include <unordered_set>
 
 #include "core/erreurs.hpp"
 #include "core/fichiers.hpp"
@@ -17,6 +19,14 @@ unsigned FilsParDefaut() {
 }
 
 unsigned FilsEffectifs(unsigned demande) { return demande == 0 ? FilsParDefaut() : demande; }
+
+unsigned FilsSansDoublon(unsigned demande, const std::vector<std::string>& noms) {
+    std::unordered_set<std::string_view> vus;
+    vus.reserve(noms.size());
+    for (const auto& nom : noms)
+        if (!vus.insert(nom).second) return 1;
+    return FilsEffectifs(demande);
+}
 
 FichierEnAttente::FichierEnAttente(fs::path chemin, std::string_view contenu, std::size_t place)
     : chemin_(std::move(chemin)), provisoire_(CheminProvisoire(chemin_)) {

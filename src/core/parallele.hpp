@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -19,6 +20,9 @@ namespace telvoris {
 unsigned FilsParDefaut();
 // `demande` threads, 0 meaning the default.
 unsigned FilsEffectifs(unsigned demande);
+// The threads of a stage that rewrites each text in place, its workers reading the texts: a name
+// listed twice must be read after its first rewrite, which only one thread guarantees.
+unsigned FilsSansDoublon(unsigned demande, const std::vector<std::string>& noms);
 
 // A file that a worker writes whole under a provisional name beside it, and that the calling
 // thread puts in place (a rename) when its text's turn comes, so that the file system's cost of

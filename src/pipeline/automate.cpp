@@ -197,7 +197,7 @@ void OperationPasseAutomatique(Contexte& ctx) {
     std::string sortie;
     const auto total = static_cast<long long>(liste->noms.size());
     TraiterDansLOrdre<Texte>(
-        liste->noms.size(), FilsEffectifs(ctx.fils),
+        liste->noms.size(), FilsSansDoublon(ctx.fils, liste->noms),
         [&](std::size_t n) { ctx.dialogue.Progression("Reconnaissance"_cp, static_cast<long long>(n) + 1, total); },
         [&](std::size_t n, unsigned) {
             Texte t;

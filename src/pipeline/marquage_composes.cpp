@@ -163,7 +163,7 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
     };
     const auto total = static_cast<long long>(liste.noms.size());
     TraiterDansLOrdre<Texte>(
-        liste.noms.size(), FilsEffectifs(fils),
+        liste.noms.size(), FilsSansDoublon(fils, liste.noms),
         [&](std::size_t n) {
             dialogue.Progression(Joindre("Marquage des composés. Fichier "_cp, std::to_string(n + 1), " de "_cp,
                                          std::to_string(total)),

@@ -259,6 +259,18 @@ TEST(Fils, ComposesEtPasseAutomatiqueIdentiques) {
               std::string::npos)
         << aupDico.erreur;
     EXPECT_EQ(aupDico.arbre.count("OLBRIN_TT/AVANT_AUTOMATE_SIMPLES/t7.txt"), 0u);
+
+    // A name listed again: its second turn reads what its first turn wrote, as one thread does.
+    auto repete = [](const fs::path& r) {
+        CorpusEtiquete(r, 0, "");
+        test::Ecrire(r / "liste.txt", Lignes({"t2", "t5", "t2", "t1", "t2", "t3"}));
+        return r / "liste.txt";
+    };
+    for (auto op : {OperationComposes, OperationPasseAutomatique}) {
+        const Issue r = Comparer(op, res, repete);
+        EXPECT_EQ(r.erreur, "(aucune erreur)");
+        EXPECT_EQ(r.arbre.count("OLBRIN_TT/t4.txt"), 1u);
+    }
 }
 
 // The ordered delivery itself: every result in list order whatever the threads' pace, an error
