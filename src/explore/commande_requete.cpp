@@ -166,7 +166,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     ValiderCorpus(etat, choix, dialogueDate);
 
     Requete r;
-    if (!LancerRequete(etat, p, r, dialogue) || r.occ.empty()) return 0;
+    if (!LancerRequete(etat, p, r, dialogue) || r.NB_OCC() == 0) return 0;
     if (tsv) {
         if (!r.contextes) return usage("--format tsv donne la concordance, qui n'existe que jusqu'à 2500 occurrences.");
         dialogue.Resultat(ConcordanceTsv(etat, r, triGauche, TextesDesPartitions(liste, etat.NB_PARTS), titres));
@@ -178,7 +178,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
         for (const auto& l : LignesConcordance(r, triGauche)) texte += Joindre(l, "\r\n");
     }
     if (p.macro) {
-        const long long total = static_cast<long long>(r.occ.size());
+        const long long total = r.NB_OCC();
         texte += Joindre("\r\n", "partition\toccurrences\técart réduit"_cp, "\r\n");
         for (long long q = 1; q <= etat.NB_PARTS; ++q) {
             const auto i = static_cast<std::size_t>(q);

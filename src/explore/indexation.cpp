@@ -15,6 +15,7 @@
 #include "core/texte.hpp"
 #include "explore/ecriture_fond.hpp"
 #include "explore/index_commun.hpp"
+#include "explore/mots_courts.hpp"
 
 namespace telvoris {
 
@@ -125,6 +126,7 @@ public:
                               "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES", "SAUVEGARDES/CONCORDANCES",
                               "SAUVEGARDES/DISTRIBUTIONS"})
             CreerDossier(dossier_ / d);
+        CreerDossier(dossier_ / kDossierCourts);
         controle_.emplace(dossier_ / "controle.txt");
         lonparts_.emplace(dossier_ / "LONPARTS_M.txt");
         // Three-character indexes carry no declaration, so that they stay as they always were;
@@ -217,7 +219,8 @@ public:
             };
         };
         const std::vector<std::string> dossiers = {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE",
-                                                   "DICTIONNAIRES", "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES"};
+                                                   "DICTIONNAIRES", "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES",
+                                                   std::string(kDossierCourts)};
         std::vector<std::string> racine = {"controle.txt", "LONPARTS_M.txt",
                                            MarqueIndexExploration(dossier_).filename().string()};
         if (largeur_ != LARGEUR_CODE_COURTE) racine.emplace_back(kFichierLargeurCode);
@@ -229,6 +232,7 @@ public:
             for (int c = 1; c <= NB_LETTRES; ++c) casiers.push_back(NomFichierCasier({c, l}));
         for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L"}) parcourir(dossier_ / d, parmi(casiers, false));
         parcourir(dossier_ / "LEXINDEX_C", parmi({"CATEG.txt"}, false));
+        parcourir(dossier_ / kDossierCourts, parmi(fichiersCourts_, false));
         parcourir(dossier_ / "TEXTE_ETIQUETE", numerote(tranche_));
         parcourir(dossier_ / "TEXTE_AFFICHE", numerote(partition_));
         std::vector<std::string> meta = {"index.txt"};
@@ -305,7 +309,8 @@ private:
         const long long compte = ValeurEntiere(ligne.substr(t1 + 1));
         const std::string_view liste = t2 == std::string_view::npos ? std::string_view() : ligne.substr(t2 + 1);
         // A short frequent word ("!") takes the list rewritten for the line before it.
-        if (liste != "!") {
+        const bool sansPositions = liste == "!";
+        if (!sansPositions) {
             listeReecrite_.clear();
             for (std::size_t p = 0; p + 3 <= liste.size(); p += 3)
                 AjouterCodePosition(listeReecrite_, LireCodePosition(liste.data() + p) + cumul_, largeur_);
@@ -313,6 +318,7 @@ private:
         bool nouvelle;
         if (const auto it = balises_.index.find(balise); it != balises_.index.end()) {
             AjouterCompte(it->second, compte);
+            if (sansPositions) courts_.Ajouter(it->second, partition_, compte);
             return;
         }
         // First appearance of the tag: its form, lemma and category keys.
@@ -343,6 +349,7 @@ private:
         }
         infos_.push_back(info);
         AjouterCompte(id, compte);
+        if (sansPositions) courts_.Ajouter(id, partition_, compte);
     }
 
     void AjouterCompte(std::uint32_t id, long long compte) {
@@ -396,8 +403,33 @@ private:
             }
     }
 
+    // LEXINDEX_COURTS: the per-partition counts of the tags whose segment list was "!", in the
+    // order of LEXINDEX. Only buckets that have some are written.
+    void EcrireCourts() {
+        long long total = 0;
+        std::string colonne;
+        for (int l = 1; l <= NB_LONGUEURS; ++l)
+            for (int c = 1; c <= NB_LETTRES; ++c) {
+                const Casier casier{c, l};
+                std::string contenu;
+                for (const std::uint32_t id : balises_.ordre[static_cast<std::size_t>(IndiceCasier(casier))]) {
+                    if (!courts_.Colonne(id, total, colonne)) continue;
+                    contenu += balises_.entrees[id].cle;
+                    contenu += '\t';
+                    contenu += Nombre(total);
+                    contenu += '\t';
+                    contenu += colonne;
+                    contenu += "\r\n";
+                }
+                if (contenu.empty()) continue;
+                fichiersCourts_.push_back(NomFichierCasier(casier));
+                fond_.Ecrire(dossier_ / kDossierCourts / fichiersCourts_.back(), std::move(contenu));
+            }
+    }
+
     void EcrireTables() {
         EcrireTable(balises_, dossier_ / "LEXINDEX");
+        EcrireCourts();
         EcrireTable(formes_, dossier_ / "LEXINDEX_F");
         EcrireTable(lemmes_, dossier_ / "LEXINDEX_L");
         EcrivainFichier f(dossier_ / "LEXINDEX_C" / "CATEG.txt");
@@ -498,6 +530,8 @@ private:
     std::string listeReecrite_, formePliee_, affiche_;
     TableCasiers balises_, formes_, lemmes_, categories_;
     std::vector<InfoBalise> infos_;
+    RelevesCourts courts_;
+    std::vector<std::string> fichiersCourts_;
     std::vector<std::pair<std::uint32_t, int>> categoriesBalises_;
     std::vector<std::pair<std::string, int>> cles_;
 };
