@@ -118,8 +118,9 @@ bool EstLigneMeta(std::string_view ligne) { return ligne.size() >= 12 && ligne.s
 
 class Constructeur {
 public:
-    Constructeur(const std::filesystem::path& dossier, bool plier, int largeur)
-        : dossier_(dossier), plier_(plier), largeur_(largeur) {}
+    // `neuf`: the folder was empty, so every file is created, never written over.
+    Constructeur(const std::filesystem::path& dossier, bool plier, int largeur, bool neuf)
+        : dossier_(dossier), plier_(plier), largeur_(largeur), fond_(64u << 20, neuf) {}
 
     void Commencer() {
         for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE", "DICTIONNAIRES",
@@ -181,7 +182,7 @@ public:
             for (const std::string_view ligne : bloc(lex, i)) LigneIndex(ligne);
             affiche_.clear();
             for (const std::string_view ligne : bloc(nu, i)) affiche_.append(ligne).append("\r\n");
-            fond_.Ecrire(dossier_ / "TEXTE_AFFICHE" / (Nombre(partition_) + ".txt"), std::move(affiche_));
+            fond_.Ecrire(dossier_ / "TEXTE_AFFICHE" / (Nombre(partition_) + ".txt"), std::move(affiche_), 1);
             cumul_ += longueurs[i];
             lonparts_->Ligne(Nombre(cumul_));
         }
@@ -264,7 +265,7 @@ private:
 
     void FermerTranche() {
         if (trancheEcrite_) return;
-        fond_.Ecrire(dossier_ / "TEXTE_ETIQUETE" / (Nombre(tranche_) + ".txt"), std::move(tranche_texte_));
+        fond_.Ecrire(dossier_ / "TEXTE_ETIQUETE" / (Nombre(tranche_) + ".txt"), std::move(tranche_texte_), 0);
         tranche_texte_.clear();
         trancheEcrite_ = true;
     }
@@ -380,7 +381,7 @@ private:
     }
 
     // Each bucket file is made whole in memory, then written by the second thread.
-    void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier) {
+    void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier, int voie) {
         for (int l = 1; l <= NB_LONGUEURS; ++l)
             for (int c = 1; c <= NB_LETTRES; ++c) {
                 const Casier casier{c, l};
@@ -399,7 +400,7 @@ private:
                     contenu += e.colonne;
                     contenu += "\r\n";
                 }
-                fond_.Ecrire(dossier / NomFichierCasier(casier), std::move(contenu));
+                fond_.Ecrire(dossier / NomFichierCasier(casier), std::move(contenu), voie);
             }
     }
 
@@ -423,15 +424,15 @@ private:
                 }
                 if (contenu.empty()) continue;
                 fichiersCourts_.push_back(NomFichierCasier(casier));
-                fond_.Ecrire(dossier_ / kDossierCourts / fichiersCourts_.back(), std::move(contenu));
+                fond_.Ecrire(dossier_ / kDossierCourts / fichiersCourts_.back(), std::move(contenu), 1);
             }
     }
 
     void EcrireTables() {
-        EcrireTable(balises_, dossier_ / "LEXINDEX");
+        EcrireTable(balises_, dossier_ / "LEXINDEX", 0);
         EcrireCourts();
-        EcrireTable(formes_, dossier_ / "LEXINDEX_F");
-        EcrireTable(lemmes_, dossier_ / "LEXINDEX_L");
+        EcrireTable(formes_, dossier_ / "LEXINDEX_F", 1);
+        EcrireTable(lemmes_, dossier_ / "LEXINDEX_L", 0);
         EcrivainFichier f(dossier_ / "LEXINDEX_C" / "CATEG.txt");
         for (const auto& e : categories_.entrees) f.Ligne(Joindre(e.cle, "\t", Nombre(e.compte), "\t", e.colonne));
         f.Fermer();
@@ -558,6 +559,7 @@ long long CompterJetonsCorpus(const ListeTextes& liste) {
 void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue,
                      int largeur) {
     const auto olbrin = liste.doss_racine / "OLBRIN_TT";
+    const bool neuf = std::filesystem::is_empty(dossier);
     // The index is marked as half-made until its last file is written: the opening refuses it.
     MarqueChantier marque(MarqueIndexExploration(dossier), "Indexer");
     // The width of the position codes is fixed before any list is written: the token count
@@ -565,7 +567,7 @@ void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& doss
     if (largeur == 0) largeur = LargeurCodePour(CompterJetonsCorpus(liste));
     if (largeur != LARGEUR_CODE_COURTE && largeur != LARGEUR_CODE_LONGUE)
         throw ErreurExecution(Joindre("Largeur des codes de position impossible : "_cp, Nombre(largeur)));
-    Constructeur c(dossier, plier, largeur);
+    Constructeur c(dossier, plier, largeur, neuf);
     c.Commencer();
     const long long n = static_cast<long long>(liste.noms.size());
     for (long long i = 0; i < n; ++i) {
