@@ -53,6 +53,7 @@ private:
     std::size_t enAttente_ = 0, enAttenteMax_;
     bool neuf_;
     bool fin_ = false;
+    bool attendPlace_ = false;  // Ecrire waits for room
     std::exception_ptr erreur_;
     std::array<std::thread, NB_VOIES> fils_;
 };
