@@ -66,10 +66,12 @@ void EcritureDeFond::Boucle(int numero) {
         std::exception_ptr e;
         std::size_t total = 0, rendus = 0, ecrits = 0;
         for (const auto& f : lot) total += f.contenu.size();
+        // Each content is freed once written, so that the bytes counted are the bytes held.
         try {
-            for (const auto& f : lot) {
+            for (auto& f : lot) {
                 EcrirePetitFichier(f.chemin, f.contenu, neuf_);
                 ecrits += f.contenu.size();
+                std::string().swap(f.contenu);
                 // The memory of written files is given back to the builder as it goes.
                 if (ecrits >= (1u << 20)) {
                     std::lock_guard g(mutex_);

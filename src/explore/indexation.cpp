@@ -309,7 +309,9 @@ private:
         const std::string_view balise = ligne.substr(0, t1);
         const long long compte = ValeurEntiere(ligne.substr(t1 + 1));
         const std::string_view liste = t2 == std::string_view::npos ? std::string_view() : ligne.substr(t2 + 1);
-        // A short frequent word ("!") takes the list rewritten for the line before it.
+        // A short frequent word ("!") takes the list rewritten for the line before it, as readers
+        // of LEXINDEX expect; its count in this partition is also kept apart, the one true record
+        // of where it occurs.
         const bool sansPositions = liste == "!";
         if (!sansPositions) {
             listeReecrite_.clear();
@@ -380,7 +382,7 @@ private:
         index.Fermer();
     }
 
-    // Each bucket file is made whole in memory, then written by the second thread.
+    // Each bucket file is made whole in memory, then written by a writer thread.
     void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier, int voie) {
         for (int l = 1; l <= NB_LONGUEURS; ++l)
             for (int c = 1; c <= NB_LETTRES; ++c) {
