@@ -69,6 +69,7 @@ bool LirePaires(std::string_view colonne, ComptesSansPositions& c) {
 }  // namespace
 
 void RelevesCourts::Ajouter(std::uint32_t balise, long long partition, long long compte) {
+    if (compte < 1) return;  // a line that counts nothing adds no pair
     Releve& r = releves_[balise];
     r.total += compte;
     if (r.partition == partition) {

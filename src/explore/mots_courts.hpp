@@ -27,7 +27,8 @@ inline constexpr std::string_view kDossierCourts = "LEXINDEX_COURTS";
 // tens of millions of (partition, count) pairs.
 class RelevesCourts {
 public:
-    // Partitions come in rising order; a partition given twice in a row adds up.
+    // Partitions come in rising order; a partition given twice in a row adds up; a count below 1
+    // is left out.
     void Ajouter(std::uint32_t balise, long long partition, long long compte);
     // The total and the column "partition:count" pairs joined by blanks; false when the tag
     // never had "!".

@@ -147,6 +147,7 @@ TEST(MotsCourts, RelevesGrandsNombres) {
     RelevesCourts r;
     r.Ajouter(7, 1, 200);
     r.Ajouter(7, 1, 5);
+    r.Ajouter(7, 2, 0);
     r.Ajouter(7, 129, 1);
     r.Ajouter(7, 680001, 16385);
     r.Ajouter(9, 3000000000LL, 1);
