@@ -1,69 +1,86 @@
 #!/usr/bin/env bash
-# Benchmark of the exploration: the index builder (Form1.smn_idx) on a reproducible corpus of
-# about 10 million tokens, then a form query whose concordance has about 2,000 lines, from the
-# terminal. Usage: bench/explore_index.sh [MB of raw text, 57 by default]
-# BUILD names the build folder (build by default; it is built when BUILD is not given).
-# The index is built three times on disk and three times in memory (/dev/shm), since the build
-# creates some 80,000 small files and the disk's share of the time varies with the machine's
-# load. Reports tokens/s, the query time less the opening of the corpus (an absent form measured
-# the same way), and the peak resident memory of each. SQLite FTS5 (python3's sqlite3) indexes
-# the same raw texts, one row per text, three times into a file beside the corpus: the line
-# "rapports" gives our builds on disk and in memory against its best time.
+# Benchmark of the exploration index builder (Form1.smn_idx) against SQLite FTS5, in one run.
+# Usage: bash bench/explore_index.sh [BUILD-FOLDER or telvoris executable] [CORPUS-FOLDER]
+#   defaults: build, bench/corpus/explore_57mo (built by construire_corpus.sh --mo 57 when absent,
+#   then segmented). The corpus folder gets its index REPERTOIRE_QORX_INDEX rewritten: use a copy.
+#
+# Four builds of the same corpus, each three times, interleaved so that a change of the machine's
+# load hits all of them alike, with `sync` (not timed) before each:
+#   - FTS5: python3's sqlite3 indexes the same raw texts, one row per text, into a file;
+#   - in place: our index built over the existing one (answers N, the list, O), the case of a
+#     corpus indexed again: its files are written over, what the new tree lacks is removed;
+#   - fresh: the old tree removed first (rm -rf and sync, not timed), then built;
+#   - memory: a fresh build in /dev/shm, where no disk is involved.
+# It prints the best and median of each, their peak memory, and the ratios of the best times to
+# FTS5's best, then a query timed on the disk index (the concordance of a form of about 2,000
+# occurrences, less the opening of the corpus).
+#
+# Why the fresh build is slow here: our tree is some 80,000 small files, FTS5's one file. On this
+# machine's ext4 root, mounted with `discard`, creating many files just after deleting many costs
+# in the kernel about 160 us an open (strace -c): the freed blocks and inodes are being discarded
+# while new ones are allocated. The same program that rewrites an existing tree in place takes a
+# fraction of that, and in /dev/shm the build is close to FTS5. So the fresh figure measures the
+# file system's creation cost more than the builder; run `strace -c -f` on it to see it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-mo="${1:-57}"
-if [ -z "${BUILD:-}" ]; then
-    . scripts/preparer.sh
-    BUILD=build
-fi
-exe="$(pwd)/$BUILD/telvoris"
+cible="${1:-build}"
+corpus="${2:-bench/corpus/explore_57mo}"
+if [ -d "$cible" ]; then exe="$(cd "$cible" && pwd)/telvoris"; else exe="$(cd "$(dirname "$cible")" && pwd)/$(basename "$cible")"; fi
+[ -x "$exe" ] || { echo "Exécutable introuvable : $exe" >&2; exit 2; }
 ress="$(pwd)/tests/fixtures/MORVENTA/morv_res"
-corpus="bench/corpus/explore_${mo}mo"
 if [ ! -f "$corpus/REPERTOIRE.txt" ]; then
-    bash bench/construire_corpus.sh --mo "$mo" "$corpus" >/dev/null
+    bash bench/construire_corpus.sh --mo 57 "$corpus" >/dev/null
 fi
+corpus="$(cd "$corpus" && pwd)"
 if [ ! -d "$corpus/OLBRIN_TT/NB_PARTITIONS" ]; then
     echo "Segmentation du corpus de mesure..." >&2
     "$exe" smn_seg --ressources "$ress" -r "$corpus/REPERTOIRE.txt" >/dev/null
 fi
 jetons=$(for f in "$corpus"/OLBRIN_TT/NB_PARTITIONS/*.txt; do cat "$f"; echo; done | tr -d '\r' | awk '{s+=$1} END {print s}')
 mkdir -p bench/resultats
-mesure="$(pwd)/bench/resultats/explore_${mo}mo"
+mesure="$(pwd)/bench/resultats/explore_index"
+index="$corpus/REPERTOIRE_QORX_INDEX"
 
 memoire="/dev/shm/telvoris_explore_$$"
-trap 'rm -rf "$memoire"' EXIT
+fts5="$corpus/fts5_$$.sqlite"
+trap 'rm -rf "$memoire" "$fts5"*' EXIT
 mkdir -p "$memoire/OLBRIN_TT"
 cp "$corpus/REPERTOIRE.txt" "$memoire/"
 for d in NB_PARTITIONS TEXTE_ETIQ LEXINDEX TEXTE_NU; do cp -r "$corpus/OLBRIN_TT/$d" "$memoire/OLBRIN_TT/"; done
 
-mesurer() {  # $1: corpus folder, $2: label
-    local racine="$1" lieu="$2"
-    local index="$racine/REPERTOIRE_QORX_INDEX"
-    for i in 1 2 3; do
-        rm -rf "$index"  # the build alone: destroying an old tree is not timed
-        /usr/bin/time -v -o "$mesure.$lieu.index$i.time" "$exe" Form1.smn_idx --ressources "$ress" \
-            -r N -r "$racine/REPERTOIRE.txt" >/dev/null
-    done
-    sync  # the queries do not compete with the writing back of the new tree
-    # The form whose count is the highest at or below 2,000, and an absent one for the opening alone.
-    forme=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | awk -F'\t' '$1 <= 2000 { print $2; exit }' \
-        | iconv -f CP1252 -t UTF-8)
-    for i in 1 2 3 4 5; do
-        /usr/bin/time -v -o "$mesure.$lieu.requete$i.time" "$exe" requete "$racine/REPERTOIRE.txt" --forme "$forme" \
-            --concordance > "$mesure.requete.txt"
-        /usr/bin/time -v -o "$mesure.$lieu.ouverture$i.time" "$exe" requete "$racine/REPERTOIRE.txt" --forme zzzqqq \
-            --concordance >/dev/null
-    done
+indexer() {  # $1: timing file, $2: list file, then the answers
+    local fichier="$1" liste="$2"
+    shift 2
+    /usr/bin/time -v -o "$fichier" "$exe" Form1.smn_idx --ressources "$ress" -r N -r "$liste" "$@" >/dev/null
 }
-mesurer "$corpus" disque
-mesurer "$memoire" memoire
+# The in-place build needs an index to write over.
+[ -f "$index/controle.txt" ] || indexer "$mesure.preparation.time" "$corpus/REPERTOIRE.txt" -r O
 for i in 1 2 3; do
-    /usr/bin/time -v -o "$mesure.fts5$i.time" python3 bench/fts5_index.py "$corpus/REPERTOIRE.txt" "$corpus/fts5.sqlite" >/dev/null
+    sync
+    /usr/bin/time -v -o "$mesure.fts5.$i.time" python3 bench/fts5_index.py "$corpus/REPERTOIRE.txt" "$fts5" >/dev/null
+    sync
+    indexer "$mesure.sur_place.$i.time" "$corpus/REPERTOIRE.txt" -r O
+    rm -rf "$index"
+    sync
+    indexer "$mesure.neuf.$i.time" "$corpus/REPERTOIRE.txt"
+    rm -rf "$memoire/REPERTOIRE_QORX_INDEX"
+    sync
+    indexer "$mesure.memoire.$i.time" "$memoire/REPERTOIRE.txt"
 done
-fts5_taille=$(du -k "$corpus/fts5.sqlite" | cut -f1)
-index_taille=$(du -sk "$corpus/REPERTOIRE_QORX_INDEX" | cut -f1)
-index_fichiers=$(find "$corpus/REPERTOIRE_QORX_INDEX" -type f | wc -l)
-rm -f "$corpus/fts5.sqlite"
+fts5_taille=$(du -k "$fts5" | cut -f1)
+index_taille=$(du -sk "$index" | cut -f1)
+index_fichiers=$(find "$index" -type f | wc -l)
+
+# The form whose count is the highest at or below 2,000, and an absent one for the opening alone.
+sync
+forme=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | awk -F'\t' '$1 <= 2000 { print $2; exit }' \
+    | iconv -f CP1252 -t UTF-8)
+for i in 1 2 3; do
+    /usr/bin/time -v -o "$mesure.requete.$i.time" "$exe" requete "$corpus/REPERTOIRE.txt" --forme "$forme" \
+        --concordance > "$mesure.requete.txt"
+    /usr/bin/time -v -o "$mesure.ouverture.$i.time" "$exe" requete "$corpus/REPERTOIRE.txt" --forme zzzqqq \
+        --concordance >/dev/null
+done
 lignes=$(awk 'NR > 4 && length($0) > 100' "$mesure.requete.txt" | wc -l)
 
 python3 - "$mesure" "$jetons" "$forme" "$lignes" "$fts5_taille" "$index_taille" "$index_fichiers" <<'PY' | tee "$mesure.txt"
@@ -74,25 +91,25 @@ def lire(nom):
     t = open(f"{mesure}.{nom}.time", errors="replace").read()
     h = re.search(r"Elapsed \(wall clock\) time.*: (.*)", t).group(1).split(":")
     s = sum(float(x) * 60 ** (len(h) - 1 - k) for k, x in enumerate(h))
-    return s, int(re.search(r"Maximum resident set size \(kbytes\): (\d+)", t).group(1))
-print(f"corpus : {jetons:,} jetons".replace(",", " "))
-for lieu, nom in (("disque", "disque"), ("memoire", "mémoire (/dev/shm)")):
-    idx = [lire(f"{lieu}.index{i}") for i in (1, 2, 3)]
-    req = [lire(f"{lieu}.requete{i}") for i in range(1, 6)]
-    ouv = [lire(f"{lieu}.ouverture{i}") for i in range(1, 6)]
-    meilleur, mediane = min(s for s, _ in idx), statistics.median(s for s, _ in idx)
-    print(f"{nom} : index (Form1.smn_idx) meilleur {meilleur:.2f} s ({jetons / meilleur / 1e6:.2f} M jetons/s), "
-          f"médiane {mediane:.2f} s ({jetons / mediane / 1e6:.2f} M jetons/s) ; mémoire maximale "
-          f"{max(m for _, m in idx) / 1024:.0f} Mio")
-    r, o = statistics.median(s for s, _ in req), statistics.median(s for s, _ in ouv)
-    print(f"{nom} : requête --forme {forme} --concordance ({lignes} lignes) : médiane {r * 1000:.0f} ms, ouverture "
-          f"seule {o * 1000:.0f} ms, requête moins ouverture {(r - o) * 1000:.0f} ms ; mémoire maximale "
-          f"{max(m for _, m in req) / 1024:.0f} Mio")
-fts = [lire(f"fts5{i}") for i in (1, 2, 3)]
-f = min(s for s, _ in fts)
-d = min(lire(f"disque.index{i}")[0] for i in (1, 2, 3))
-m = min(lire(f"memoire.index{i}")[0] for i in (1, 2, 3))
-print(f"SQLite FTS5 (une ligne par texte) : meilleur {f:.2f} s, mémoire maximale {max(x for _, x in fts) / 1024:.0f} Mio, "
-      f"{fts5_taille / 1024:.0f} Mio ; notre index {index_taille / 1024:.0f} Mio en {index_fichiers} fichiers")
-print(f"rapports (meilleur de 3) : disque / FTS5 = {d / f:.2f} ; disque / mémoire = {d / m:.2f} ; mémoire / FTS5 = {m / f:.2f}")
+    u = float(re.search(r"User time \(seconds\): (.*)", t).group(1))
+    k = float(re.search(r"System time \(seconds\): (.*)", t).group(1))
+    return s, u, k, int(re.search(r"Maximum resident set size \(kbytes\): (\d+)", t).group(1))
+print(f"corpus : {jetons:,} jetons ; notre index {index_taille / 1024:.0f} Mio en {index_fichiers} fichiers, "
+      f"FTS5 {fts5_taille / 1024:.0f} Mio".replace(",", " "))
+series = (("fts5", "SQLite FTS5 (une ligne par texte)"), ("sur_place", "index réécrit sur place"),
+          ("neuf", "index neuf (ancien supprimé, sync)"), ("memoire", "index neuf en mémoire (/dev/shm)"))
+meilleurs = {}
+for cle, nom in series:
+    r = [lire(f"{cle}.{i}") for i in (1, 2, 3)]
+    b = min(r, key=lambda x: x[0])
+    meilleurs[cle] = b[0]
+    print(f"{nom} : meilleur {b[0]:.2f} s ({b[1]:.2f} u, {b[2]:.2f} sys), médiane {statistics.median(x[0] for x in r):.2f} s, "
+          f"{jetons / b[0] / 1e6:.2f} M jetons/s ; mémoire maximale {max(x[3] for x in r) / 1024:.0f} Mio")
+f = meilleurs["fts5"]
+print("rapports à FTS5 (meilleur de 3) : " + " ; ".join(
+    f"{nom} {meilleurs[cle] / f:.2f}" for cle, nom in (("sur_place", "sur place"), ("neuf", "neuf"), ("memoire", "mémoire"))))
+r = statistics.median(lire(f"requete.{i}")[0] for i in (1, 2, 3))
+o = statistics.median(lire(f"ouverture.{i}")[0] for i in (1, 2, 3))
+print(f"requête --forme {forme} --concordance ({lignes} lignes) sur disque : médiane {r * 1000:.0f} ms, ouverture seule "
+      f"{o * 1000:.0f} ms, requête moins ouverture {(r - o) * 1000:.0f} ms")
 PY

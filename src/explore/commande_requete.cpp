@@ -180,7 +180,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
     ValiderCorpus(etat, choix, dialogueDate);
 
     Requete r;
-    if (!LancerRequete(etat, p, r, dialogue) || r.occ.empty()) return 0;
+    if (!LancerRequete(etat, p, r, dialogue) || r.NB_OCC() == 0) return 0;
     if (tsv) {
         if (!r.contextes) return usage("--format tsv donne la concordance, qui n'existe que jusqu'à 2500 occurrences.");
         dialogue.Resultat(ConcordanceTsv(etat, r, triGauche, TextesDesPartitions(liste, etat.NB_PARTS), titres));
@@ -192,7 +192,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
         for (const auto& l : LignesConcordance(r, triGauche)) texte += Joindre(l, "\r\n");
     }
     if (p.macro) {
-        const long long total = static_cast<long long>(r.occ.size());
+        const long long total = r.NB_OCC();
         TexteEcarts ecarts;
         texte.reserve(texte.size() + static_cast<std::size_t>(etat.NB_PARTS) * 24);
         texte += Joindre("\r\n", "partition\toccurrences\técart réduit"_cp, "\r\n");

@@ -69,7 +69,7 @@ std::string PageConcordance(const Requete& r, bool triGauche, std::size_t rang) 
 }
 
 std::string TexteInfoRequete(const Requete& r) {
-    return Joindre("La requête en cours présente "_cp, "\r\n", Nombre(static_cast<long long>(r.occ.size())),
+    return Joindre("La requête en cours présente "_cp, "\r\n", Nombre(r.NB_OCC()),
                    " occurrence(s), ainsi réparties :"_cp, "\r\n", r.rapport);
 }
 

@@ -66,13 +66,13 @@ std::string Histogramme::Libelle(long long p) const {
 }
 
 Histogramme HistogrammePartitions(const EtatCorpus& etat, const Requete& r) {
-    return Dessiner(etat.NB_PARTS, etat.PART_CORPUS, r.OCC_PAR_PART, etat.TITRE_PART, static_cast<long long>(r.occ.size()),
+    return Dessiner(etat.NB_PARTS, etat.PART_CORPUS, r.OCC_PAR_PART, etat.TITRE_PART, r.NB_OCC(),
                     false, etat.NB_PARTS <= MAX_BARRES);
 }
 
 Histogramme HistogrammeClasses(const EtatCorpus& etat, const Requete& r) {
     return Dessiner(etat.NB_CLASSES, etat.PART_CLASSE, r.OCC_PAR_CLASSE, etat.VALEUR_CLASSE,
-                    static_cast<long long>(r.occ.size()), true, etat.NB_CLASSES >= 1);
+                    r.NB_OCC(), true, etat.NB_CLASSES >= 1);
 }
 
 std::filesystem::path SauverDistribution(const EtatCorpus& etat, const Requete& r, bool classes, const Horloge& horloge) {

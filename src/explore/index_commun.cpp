@@ -96,7 +96,7 @@ std::filesystem::path CheminIndex(const std::filesystem::path& liste) {
     return Chemin(liste.parent_path(), Joindre(base, "_QORX_INDEX"));
 }
 
-void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu) {
+void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu, bool neuf) {
     // No O_TRUNC: an index written over in place keeps its files, and a file emptied by truncation
     // has its new content pushed to disk at close by ext4, one file at a time. The tail of a
     // longer old content is cut after the write instead.
@@ -112,7 +112,8 @@ void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view co
         ecrits += static_cast<std::size_t>(n);
     }
     struct stat etat {};
-    if (::fstat(fd, &etat) != 0 || (etat.st_size > static_cast<off_t>(ecrits) && ::ftruncate(fd, static_cast<off_t>(ecrits)) != 0)) {
+    if (!neuf && (::fstat(fd, &etat) != 0 ||
+                  (etat.st_size > static_cast<off_t>(ecrits) && ::ftruncate(fd, static_cast<off_t>(ecrits)) != 0))) {
         ::close(fd);
         throw ErreurExecution(Joindre("Écriture impossible dans le fichier : "_cp, TexteChemin(chemin)));
     }

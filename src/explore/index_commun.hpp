@@ -73,7 +73,8 @@ std::filesystem::path CheminIndex(const std::filesystem::path& liste);
 
 // Writes a small file anew in one call; failure is an execution error naming it. The index
 // has tens of thousands of them (slices, display texts), so each costs only open, write, close.
-void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu);
+// `neuf`: the file is known not to exist, so no older content has to be cut after the write.
+void EcrirePetitFichier(const std::filesystem::path& chemin, std::string_view contenu, bool neuf = false);
 
 // Reads a small file in one call into `contenu`; false when it cannot be opened.
 bool LirePetitFichier(const std::filesystem::path& chemin, std::string& contenu);

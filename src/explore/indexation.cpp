@@ -15,6 +15,7 @@
 #include "core/texte.hpp"
 #include "explore/ecriture_fond.hpp"
 #include "explore/index_commun.hpp"
+#include "explore/mots_courts.hpp"
 
 namespace telvoris {
 
@@ -117,14 +118,16 @@ bool EstLigneMeta(std::string_view ligne) { return ligne.size() >= 12 && ligne.s
 
 class Constructeur {
 public:
-    Constructeur(const std::filesystem::path& dossier, bool plier, int largeur)
-        : dossier_(dossier), plier_(plier), largeur_(largeur) {}
+    // `neuf`: the folder was empty, so every file is created, never written over.
+    Constructeur(const std::filesystem::path& dossier, bool plier, int largeur, bool neuf)
+        : dossier_(dossier), plier_(plier), largeur_(largeur), fond_(64u << 20, neuf) {}
 
     void Commencer() {
         for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE", "DICTIONNAIRES",
                               "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES", "SAUVEGARDES/CONCORDANCES",
                               "SAUVEGARDES/DISTRIBUTIONS"})
             CreerDossier(dossier_ / d);
+        CreerDossier(dossier_ / kDossierCourts);
         controle_.emplace(dossier_ / "controle.txt");
         lonparts_.emplace(dossier_ / "LONPARTS_M.txt");
         // Three-character indexes carry no declaration, so that they stay as they always were;
@@ -179,7 +182,7 @@ public:
             for (const std::string_view ligne : bloc(lex, i)) LigneIndex(ligne);
             affiche_.clear();
             for (const std::string_view ligne : bloc(nu, i)) affiche_.append(ligne).append("\r\n");
-            fond_.Ecrire(dossier_ / "TEXTE_AFFICHE" / (Nombre(partition_) + ".txt"), std::move(affiche_));
+            fond_.Ecrire(dossier_ / "TEXTE_AFFICHE" / (Nombre(partition_) + ".txt"), std::move(affiche_), 1);
             cumul_ += longueurs[i];
             lonparts_->Ligne(Nombre(cumul_));
         }
@@ -217,7 +220,8 @@ public:
             };
         };
         const std::vector<std::string> dossiers = {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L", "LEXINDEX_C", "TEXTE_AFFICHE",
-                                                   "DICTIONNAIRES", "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES"};
+                                                   "DICTIONNAIRES", "METADONNEES_QORX", "TEXTE_ETIQUETE", "SAUVEGARDES",
+                                                   std::string(kDossierCourts)};
         std::vector<std::string> racine = {"controle.txt", "LONPARTS_M.txt",
                                            MarqueIndexExploration(dossier_).filename().string()};
         if (largeur_ != LARGEUR_CODE_COURTE) racine.emplace_back(kFichierLargeurCode);
@@ -229,6 +233,7 @@ public:
             for (int c = 1; c <= NB_LETTRES; ++c) casiers.push_back(NomFichierCasier({c, l}));
         for (const char* d : {"LEXINDEX", "LEXINDEX_F", "LEXINDEX_L"}) parcourir(dossier_ / d, parmi(casiers, false));
         parcourir(dossier_ / "LEXINDEX_C", parmi({"CATEG.txt"}, false));
+        parcourir(dossier_ / kDossierCourts, parmi(fichiersCourts_, false));
         parcourir(dossier_ / "TEXTE_ETIQUETE", numerote(tranche_));
         parcourir(dossier_ / "TEXTE_AFFICHE", numerote(partition_));
         std::vector<std::string> meta = {"index.txt"};
@@ -260,7 +265,7 @@ private:
 
     void FermerTranche() {
         if (trancheEcrite_) return;
-        fond_.Ecrire(dossier_ / "TEXTE_ETIQUETE" / (Nombre(tranche_) + ".txt"), std::move(tranche_texte_));
+        fond_.Ecrire(dossier_ / "TEXTE_ETIQUETE" / (Nombre(tranche_) + ".txt"), std::move(tranche_texte_), 0);
         tranche_texte_.clear();
         trancheEcrite_ = true;
     }
@@ -304,8 +309,11 @@ private:
         const std::string_view balise = ligne.substr(0, t1);
         const long long compte = ValeurEntiere(ligne.substr(t1 + 1));
         const std::string_view liste = t2 == std::string_view::npos ? std::string_view() : ligne.substr(t2 + 1);
-        // A short frequent word ("!") takes the list rewritten for the line before it.
-        if (liste != "!") {
+        // A short frequent word ("!") takes the list rewritten for the line before it, as readers
+        // of LEXINDEX expect; its count in this partition is also kept apart, the one true record
+        // of where it occurs.
+        const bool sansPositions = liste == "!";
+        if (!sansPositions) {
             listeReecrite_.clear();
             for (std::size_t p = 0; p + 3 <= liste.size(); p += 3)
                 AjouterCodePosition(listeReecrite_, LireCodePosition(liste.data() + p) + cumul_, largeur_);
@@ -313,6 +321,7 @@ private:
         bool nouvelle;
         if (const auto it = balises_.index.find(balise); it != balises_.index.end()) {
             AjouterCompte(it->second, compte);
+            if (sansPositions) courts_.Ajouter(it->second, partition_, compte);
             return;
         }
         // First appearance of the tag: its form, lemma and category keys.
@@ -343,6 +352,7 @@ private:
         }
         infos_.push_back(info);
         AjouterCompte(id, compte);
+        if (sansPositions) courts_.Ajouter(id, partition_, compte);
     }
 
     void AjouterCompte(std::uint32_t id, long long compte) {
@@ -372,8 +382,8 @@ private:
         index.Fermer();
     }
 
-    // Each bucket file is made whole in memory, then written by the second thread.
-    void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier) {
+    // Each bucket file is made whole in memory, then written by a writer thread.
+    void EcrireTable(const TableCasiers& table, const std::filesystem::path& dossier, int voie) {
         for (int l = 1; l <= NB_LONGUEURS; ++l)
             for (int c = 1; c <= NB_LETTRES; ++c) {
                 const Casier casier{c, l};
@@ -392,14 +402,39 @@ private:
                     contenu += e.colonne;
                     contenu += "\r\n";
                 }
-                fond_.Ecrire(dossier / NomFichierCasier(casier), std::move(contenu));
+                fond_.Ecrire(dossier / NomFichierCasier(casier), std::move(contenu), voie);
+            }
+    }
+
+    // LEXINDEX_COURTS: the per-partition counts of the tags whose segment list was "!", in the
+    // order of LEXINDEX. Only buckets that have some are written.
+    void EcrireCourts() {
+        long long total = 0;
+        std::string colonne;
+        for (int l = 1; l <= NB_LONGUEURS; ++l)
+            for (int c = 1; c <= NB_LETTRES; ++c) {
+                const Casier casier{c, l};
+                std::string contenu;
+                for (const std::uint32_t id : balises_.ordre[static_cast<std::size_t>(IndiceCasier(casier))]) {
+                    if (!courts_.Colonne(id, total, colonne)) continue;
+                    contenu += balises_.entrees[id].cle;
+                    contenu += '\t';
+                    contenu += Nombre(total);
+                    contenu += '\t';
+                    contenu += colonne;
+                    contenu += "\r\n";
+                }
+                if (contenu.empty()) continue;
+                fichiersCourts_.push_back(NomFichierCasier(casier));
+                fond_.Ecrire(dossier_ / kDossierCourts / fichiersCourts_.back(), std::move(contenu), 1);
             }
     }
 
     void EcrireTables() {
-        EcrireTable(balises_, dossier_ / "LEXINDEX");
-        EcrireTable(formes_, dossier_ / "LEXINDEX_F");
-        EcrireTable(lemmes_, dossier_ / "LEXINDEX_L");
+        EcrireTable(balises_, dossier_ / "LEXINDEX", 0);
+        EcrireCourts();
+        EcrireTable(formes_, dossier_ / "LEXINDEX_F", 1);
+        EcrireTable(lemmes_, dossier_ / "LEXINDEX_L", 0);
         EcrivainFichier f(dossier_ / "LEXINDEX_C" / "CATEG.txt");
         for (const auto& e : categories_.entrees) f.Ligne(Joindre(e.cle, "\t", Nombre(e.compte), "\t", e.colonne));
         f.Fermer();
@@ -498,6 +533,8 @@ private:
     std::string listeReecrite_, formePliee_, affiche_;
     TableCasiers balises_, formes_, lemmes_, categories_;
     std::vector<InfoBalise> infos_;
+    RelevesCourts courts_;
+    std::vector<std::string> fichiersCourts_;
     std::vector<std::pair<std::uint32_t, int>> categoriesBalises_;
     std::vector<std::pair<std::string, int>> cles_;
 };
@@ -524,6 +561,7 @@ long long CompterJetonsCorpus(const ListeTextes& liste) {
 void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& dossier, bool plier, Dialogue& dialogue,
                      int largeur) {
     const auto olbrin = liste.doss_racine / "OLBRIN_TT";
+    const bool neuf = std::filesystem::is_empty(dossier);
     // The index is marked as half-made until its last file is written: the opening refuses it.
     MarqueChantier marque(MarqueIndexExploration(dossier), "Indexer");
     // The width of the position codes is fixed before any list is written: the token count
@@ -531,7 +569,7 @@ void ConstruireIndex(const ListeTextes& liste, const std::filesystem::path& doss
     if (largeur == 0) largeur = LargeurCodePour(CompterJetonsCorpus(liste));
     if (largeur != LARGEUR_CODE_COURTE && largeur != LARGEUR_CODE_LONGUE)
         throw ErreurExecution(Joindre("Largeur des codes de position impossible : "_cp, Nombre(largeur)));
-    Constructeur c(dossier, plier, largeur);
+    Constructeur c(dossier, plier, largeur, neuf);
     c.Commencer();
     const long long n = static_cast<long long>(liste.noms.size());
     for (long long i = 0; i < n; ++i) {

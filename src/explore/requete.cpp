@@ -10,6 +10,7 @@
 #include "core/jetons.hpp"
 #include "core/texte.hpp"
 #include "explore/concordance.hpp"
+#include "explore/mots_courts.hpp"
 #include "explore/tranches.hpp"
 
 namespace telvoris {
@@ -64,7 +65,7 @@ public:
         r_.OCC_PAR_CLASSE.assign(static_cast<std::size_t>(e_.NB_CLASSES) + 1, 0);
         if (!ResoudreTags()) return false;
         Positions();
-        if (r_.occ.empty()) {
+        if (r_.NB_OCC() == 0) {
             if (r_.nonIndexees.empty()) d_.Afficher("Votre requête n'a aucune occurrence dans le corpus"_cp);
             return true;
         }
@@ -321,6 +322,7 @@ private:
             d_.Afficher(Joindre("Votre requête recense "_cp, Nombre(r_.NB_ATTENDU),
                                 " occurrences. C'est trop pour afficher une concordance."_cp));
         r_.contextes = p_.concordance && r_.NB_ATTENDU <= SEUIL_CONCORDANCE;
+        if (CompterSansPositions(e_, lignes, r_, d_)) return;
         // A single word whose occurrences need neither context nor offset is counted from its
         // positions alone, without reading the slices where it stands.
         const bool index_seul =
@@ -381,7 +383,7 @@ private:
             }
             r_.rapport += Joindre(LireAttributs(r_.TAGS[t]).f, "\t", Nombre(trouvees), "\r\n");
         }
-        if (!r_.nonIndexees.empty()) d_.Afficher(MessageNonIndexees(r_.nonIndexees));
+        if (!r_.nonIndexees.empty()) d_.Afficher(MessagePositionsAbsentes(e_, r_.nonIndexees));
         OrdonnerParPosition(series);
     }
 

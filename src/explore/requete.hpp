@@ -70,6 +70,10 @@ struct Requete {
     long long NB_COOC = 0;
     std::vector<std::size_t> ORDRE_POS, ORDRE_DROIT, ORDRE_GAUCHE;
     std::vector<std::string> nonIndexees;  // forms of the query whose positions the index does not keep
+    // Occurrences of short frequent words, counted from the index without positions: they are in
+    // the distributions but not in `occ`.
+    long long NB_OCC_SANS_POSITION = 0;
+    long long NB_OCC() const { return static_cast<long long>(occ.size()) + NB_OCC_SANS_POSITION; }
 };
 
 // LANCER_REQUETE. Messages go to the dialogue; returns false when the entry was refused and

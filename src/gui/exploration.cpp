@@ -103,7 +103,7 @@ void Exploration::LancerRequetePanneau() {
             navigateur_->NouvelleRequete(&requete_);
             navigateur_->texte.clear();
             emit requeteFaite();
-            if (requete_.occ.empty()) return;
+            if (requete_.NB_OCC() == 0) return;
             // The view shown last: the concordance, or the distributions when they were asked
             // and there is no concordance.
             if (p.macro && !requete_.contextes) Montrer(VUE_STAT);

@@ -105,7 +105,7 @@ public:
             connect(sauver, &QPushButton::clicked, this, [this, classes] {
                 e_.Commande([&] {
                     const Requete* r = e_.DerniereRequete();
-                    if (!r || r->occ.empty() || (classes && e_.Etat().NB_CLASSES == 0)) return;
+                    if (!r || r->NB_OCC() == 0 || (classes && e_.Etat().NB_CLASSES == 0)) return;
                     const auto f = SauverDistribution(e_.Etat(), *r, classes, e_.Zone().App().HorlogeCourante());
                     e_.Zone().Dialogue().Afficher(Joindre("Distribution sauvegardée : "_cp, TexteChemin(f)));
                 });
@@ -161,7 +161,7 @@ private:
     void Rafraichir() {
         label3_->clear();
         const Requete* r = e_.DerniereRequete();
-        const bool macro = r && !r->occ.empty() && e_.ParametresDerniere().macro;
+        const bool macro = r && r->NB_OCC() > 0 && e_.ParametresDerniere().macro;
         images_[0]->h = macro ? HistogrammePartitions(e_.Etat(), *r) : Histogramme();
         images_[1]->h = macro ? HistogrammeClasses(e_.Etat(), *r) : Histogramme();
         for (auto* im : images_) im->update();

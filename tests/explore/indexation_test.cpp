@@ -284,3 +284,30 @@ TEST(IndexExploration, LignesAvantLaPremiereMetadonnee) {
 
 }  // namespace
 }  // namespace telvoris
+
+namespace telvoris {
+namespace {
+
+TEST(IndexExploration, ReecritSurPlaceCommeNeuf) {
+    // A tree built over a larger one (longer slices, more display texts, short words counted)
+    // ends byte for byte as the same corpus built in an empty folder.
+    using test::PartitionNumerotee;
+    DossierTemporaire surPlace, neuf;
+    const std::string meta = "<QORX_ATTR JOURNAL=A >";
+    const auto grand = test::EcrireCorpus(surPlace.Chemin(), {{"t", {PartitionNumerotee(meta, 500), PartitionNumerotee(meta, 40)}}},
+                                          {"m3", "m7"});
+    Construire(grand, true);
+    ASSERT_FALSE(fs::is_empty(DossierIndex(ChargerListeTextes(grand)) / "LEXINDEX_COURTS"));
+    const std::vector<test::TexteTest> petit = {{"t", {PartitionNumerotee(meta, 230, 2)}}};
+    const auto x = Construire(test::EcrireCorpus(surPlace.Chemin(), petit), true);
+    const auto y = Construire(test::EcrireCorpus(neuf.Chemin(), petit), true);
+    const auto a = test::Arbo(x), b = test::Arbo(y);
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(a.count("TEXTE_ETIQUETE/2.txt"), 1u);
+    EXPECT_EQ(a.count("TEXTE_ETIQUETE/3.txt"), 0u);
+    EXPECT_EQ(a.count("TEXTE_AFFICHE/2.txt"), 0u);
+    EXPECT_TRUE(fs::is_empty(x / "LEXINDEX_COURTS"));
+}
+
+}  // namespace
+}  // namespace telvoris
