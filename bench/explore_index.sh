@@ -9,18 +9,20 @@
 #   - FTS5: python3's sqlite3 indexes the same raw texts, one row per text, into a file;
 #   - in place: our index built over the existing one (answers N, the list, O), the case of a
 #     corpus indexed again: its files are written over, what the new tree lacks is removed;
-#   - fresh: the old tree removed first (rm -rf and sync, not timed), then built;
+#   - fresh: built into a new, empty index folder (see below);
 #   - memory: a fresh build in /dev/shm, where no disk is involved.
 # It prints the best and median of each, their peak memory, and the ratios of the best times to
 # FTS5's best, then a query timed on the disk index (the concordance of a form of about 2,000
 # occurrences, less the opening of the corpus).
 #
-# Why the fresh build is slow here: our tree is some 80,000 small files, FTS5's one file. On this
-# machine's ext4 root, mounted with `discard`, creating many files just after deleting many costs
-# in the kernel about 160 us an open (strace -c): the freed blocks and inodes are being discarded
-# while new ones are allocated. The same program that rewrites an existing tree in place takes a
-# fraction of that, and in /dev/shm the build is close to FTS5. So the fresh figure measures the
-# file system's creation cost more than the builder; run `strace -c -f` on it to see it.
+# A fresh build is a corpus indexed for the first time: each of the three goes into a new index
+# folder of its own (a copy of the list, REPERTOIRE_NEUF<i>.txt, names it), and nothing is deleted
+# on the disk before or between them; the three trees are removed at the end. The reason: this
+# machine's ext4 root has no journal, and there the kernel steps over every inode freed in the last
+# minutes at each file creation (perf: ext4_create -> recently_deleted), so a build made just after
+# an `rm -rf` of 80,000 files costs 15-25 s of kernel time, whatever the program. Deleting the old
+# tree first would measure that, not the builder; wait some five minutes after a run that deleted
+# many files (or after this script) before timing again.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cible="${1:-build}"
@@ -43,7 +45,7 @@ index="$corpus/REPERTOIRE_QORX_INDEX"
 
 memoire="/dev/shm/telvoris_explore_$$"
 fts5="$corpus/fts5_$$.sqlite"
-trap 'rm -rf "$memoire" "$fts5"*' EXIT
+trap 'rm -rf "$memoire" "$fts5"* "$corpus"/REPERTOIRE_NEUF[123].txt "$corpus"/REPERTOIRE_NEUF[123]_QORX_INDEX' EXIT
 mkdir -p "$memoire/OLBRIN_TT"
 cp "$corpus/REPERTOIRE.txt" "$memoire/"
 for d in NB_PARTITIONS TEXTE_ETIQ LEXINDEX TEXTE_NU; do cp -r "$corpus/OLBRIN_TT/$d" "$memoire/OLBRIN_TT/"; done
@@ -60,9 +62,10 @@ for i in 1 2 3; do
     /usr/bin/time -v -o "$mesure.fts5.$i.time" python3 bench/fts5_index.py "$corpus/REPERTOIRE.txt" "$fts5" >/dev/null
     sync
     indexer "$mesure.sur_place.$i.time" "$corpus/REPERTOIRE.txt" -r O
-    rm -rf "$index"
+    rm -rf "$corpus/REPERTOIRE_NEUF${i}_QORX_INDEX"
+    cp "$corpus/REPERTOIRE.txt" "$corpus/REPERTOIRE_NEUF$i.txt"
     sync
-    indexer "$mesure.neuf.$i.time" "$corpus/REPERTOIRE.txt"
+    indexer "$mesure.neuf.$i.time" "$corpus/REPERTOIRE_NEUF$i.txt"
     rm -rf "$memoire/REPERTOIRE_QORX_INDEX"
     sync
     indexer "$mesure.memoire.$i.time" "$memoire/REPERTOIRE.txt"
@@ -97,7 +100,7 @@ def lire(nom):
 print(f"corpus : {jetons:,} jetons ; notre index {index_taille / 1024:.0f} Mio en {index_fichiers} fichiers, "
       f"FTS5 {fts5_taille / 1024:.0f} Mio".replace(",", " "))
 series = (("fts5", "SQLite FTS5 (une ligne par texte)"), ("sur_place", "index réécrit sur place"),
-          ("neuf", "index neuf (ancien supprimé, sync)"), ("memoire", "index neuf en mémoire (/dev/shm)"))
+          ("neuf", "index neuf (dossier neuf, rien supprimé avant)"), ("memoire", "index neuf en mémoire (/dev/shm)"))
 meilleurs = {}
 for cle, nom in series:
     r = [lire(f"{cle}.{i}") for i in (1, 2, 3)]

@@ -3,16 +3,19 @@
 # smn_eur), segmentation with the segment index (smn_seg), compounds (smn_cmp), automatic pass
 # (smn_aup), the segment index made again from the tagged texts (Form2.smn_idx), exploration
 # index (Form1.smn_idx), lexicon of forms (smn_lx), then two queries (a
-# frequent lemma with its count and macro-distribution, a form with its concordance). Each stage
+# frequent lemma with its count and macro-distribution, a compound marked on the way with its
+# concordance). Each stage
 # is timed with its peak memory; the run stops at the first stage that fails.
 # Usage: bench/parcours_complet.sh [BUILD_FOLDER] [ARTICLES] [WORK_FOLDER] [THREADS]
-# 28,000 articles (the default) make a download of about 100 MB. The download is built once by
-# bench/construire_telechargement.py and kept in bench/corpus; the work folder (default
-# bench/corpus/parcours_<articles>) is wiped at each run.
+# 31,000 articles (the default) make a download of 108 MB whose import gives about 100 MB of
+# text. The download is built once by bench/construire_telechargement.py and kept in bench/corpus;
+# the work folder (default bench/corpus/parcours_<articles>) is wiped at each run. One import run
+# reads at most 13,862 articles, so the download is imported folder by folder, as a person does
+# with several downloads: each run extends the day files the runs before it wrote.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${1:-build}"
-articles="${2:-28000}"
+articles="${2:-31000}"
 travail="${3:-bench/corpus/parcours_${articles}}"
 fils="${4:-2}"
 exe="$(cd "$build" && pwd)/telvoris"
@@ -26,8 +29,7 @@ if [ ! -d "$telechargement/ARCHIVE" ]; then
     python3 bench/construire_telechargement.py --articles "$articles" "$telechargement" >/dev/null
 fi
 rm -rf "$travail"
-mkdir -p "$travail/ARTICLES" "$travail/ARCHIVE_BRUT"
-cp -r "$telechargement/ARCHIVE" "$travail/"
+mkdir -p "$travail/ARCHIVE_BRUT"
 cp "$telechargement/REPERTOIRE.txt" "$travail/"
 mkdir -p bench/resultats
 mesure="$(pwd)/bench/resultats/parcours_${articles}"
@@ -43,7 +45,15 @@ etape() {  # $1: label, then the command
     fi
 }
 liste="$(cd "$travail" && pwd)/REPERTOIRE.txt"
-etape import "$exe" smn_eur --ressources "$arbre" --reponse "$liste"
+lots=0
+for dossier in $(ls "$telechargement/ARCHIVE" | sort -n); do
+    lots=$((lots + 1))
+    rm -rf "$travail/ARCHIVE" "$travail/ARTICLES"
+    mkdir -p "$travail/ARCHIVE" "$travail/ARTICLES"
+    cp -r "$telechargement/ARCHIVE/$dossier" "$travail/ARCHIVE/1"
+    etape "import$lots" "$exe" smn_eur --ressources "$arbre" --reponse "$liste"
+done
+rm -rf "$travail/ARCHIVE" "$travail/ARTICLES"
 # The list names the day files the import made (file names on disk are UTF-8, the list CP1252).
 ls "$travail/ARCHIVE_BRUT" | sed 's/\.txt$//' | iconv -f UTF-8 -t CP1252 | sed 's/$/\r/' > "$liste"
 textes=$(wc -l < "$liste")
@@ -55,14 +65,14 @@ etape reindexation "$exe" Form2.smn_idx --fils "$fils" --ressources "$arbre" -r 
 etape index "$exe" Form1.smn_idx --ressources "$arbre" -r N -r "$liste"
 etape lexique "$exe" smn_lx --ressources "$arbre" -r 0 -r N -r N -r O -r "$liste"
 etape requete_lemme "$exe" requete "$liste" --lemme "conseil_SM" --macro
-etape requete_forme "$exe" requete "$liste" --forme "récolte" --concordance
-python3 - "$mesure" "$octets" "$textes" <<'PY' | tee "$mesure.txt"
+etape requete_forme "$exe" requete "$liste" --forme "avant_que" --concordance
+python3 - "$mesure" "$octets" "$textes" "$lots" <<'PY' | tee "$mesure.txt"
 import re, sys
-mesure, octets, textes = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
-print(f"corpus : {textes} textes journal-jour, {octets / 1e6:.1f} Mo de texte importé")
+mesure, octets, textes, lots = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4])
+print(f"corpus : {textes} textes journal-jour, {octets / 1e6:.1f} Mo de texte importé en {lots} lots")
 total = 0.0
-for nom in ("import", "segmentation", "composes", "passe_automatique", "reindexation", "index", "lexique",
-            "requete_lemme", "requete_forme"):
+for nom in [f"import{i}" for i in range(1, lots + 1)] + ["segmentation", "composes", "passe_automatique", "reindexation", "index", "lexique",
+            "requete_lemme", "requete_forme"]:
     t = open(f"{mesure}.{nom}.time", errors="replace").read()
     h = re.search(r"Elapsed \(wall clock\) time.*: (.*)", t).group(1).split(":")
     s = sum(float(x) * 60 ** (len(h) - 1 - k) for k, x in enumerate(h))
