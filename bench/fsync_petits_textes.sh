@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # What the flushes to the disk cost on many small texts: "Composés" (smn_cmp), "Passe
-# automatique" (smn_aup), which flush each text, its backup and its line of the in-progress record,
-# and "Correction mot à mot sur liste" (smn_cormam), which flushes by batches of 64 texts, over N
+# automatique" (smn_aup) and "Correction mot à mot sur liste" (smn_cormam), which flush by batches
+# of 64 texts (backups, then the record, then the texts), over N
 # tagged texts of about 2 KB cut from a segmented corpus, with the flushes (the default) and
 # without them (TELVORIS_SANS_FSYNC=1, for this measurement only).
 # Usage:

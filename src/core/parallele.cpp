@@ -20,12 +20,16 @@ unsigned FilsParDefaut() {
 
 unsigned FilsEffectifs(unsigned demande) { return demande == 0 ? FilsParDefaut() : demande; }
 
-unsigned FilsSansDoublon(unsigned demande, const std::vector<std::string>& noms) {
+bool NomsEnDouble(const std::vector<std::string>& noms) {
     std::unordered_set<std::string_view> vus;
     vus.reserve(noms.size());
     for (const auto& nom : noms)
-        if (!vus.insert(nom).second) return 1;
-    return FilsEffectifs(demande);
+        if (!vus.insert(nom).second) return true;
+    return false;
+}
+
+unsigned FilsSansDoublon(unsigned demande, const std::vector<std::string>& noms) {
+    return NomsEnDouble(noms) ? 1 : FilsEffectifs(demande);
 }
 
 FichierEnAttente::FichierEnAttente(fs::path chemin, std::string_view contenu, std::size_t place)

@@ -23,6 +23,7 @@ unsigned FilsEffectifs(unsigned demande);
 // The threads of a stage that rewrites each text in place, its workers reading the texts: a name
 // listed twice must be read after its first rewrite, which only one thread guarantees.
 unsigned FilsSansDoublon(unsigned demande, const std::vector<std::string>& noms);
+bool NomsEnDouble(const std::vector<std::string>& noms);
 
 // A file that a worker writes whole under a provisional name beside it, and that the calling
 // thread puts in place (a rename) when its text's turn comes, so that the file system's cost of

@@ -1,5 +1,6 @@
 #include "core/reprise.hpp"
 
+#include <algorithm>
 #include <system_error>
 
 #include "core/erreurs.hpp"
@@ -101,6 +102,30 @@ std::string Reprise::MessageReprise(long long retablis) const {
     return Joindre("La fonction « "_cp, etape_, " » n'était pas allée à son terme lors de son dernier lancement : "_cp,
                    std::to_string(retablis), " texte(s) rétabli(s) depuis "_cp, nomSauvegarde_,
                    " avant de la relancer."_cp);
+}
+
+ReecrituresGroupees::ReecrituresGroupees(Reprise& reprise, std::size_t textes, std::size_t octets)
+    : reprise_(reprise), maxTextes_(std::max<std::size_t>(textes, 1)), maxOctets_(octets) {}
+
+void ReecrituresGroupees::Ajouter(std::string_view nom, std::string_view avant, fs::path chemin, std::string apres) {
+    reprise_.Preparer(nom, avant);
+    octets_ += apres.size();
+    lot_.emplace_back(std::move(chemin), std::move(apres));
+    if (lot_.size() >= maxTextes_ || octets_ >= maxOctets_) Vider();
+}
+
+void ReecrituresGroupees::Vider() {
+    reprise_.ListerPreparees();
+    // The batch is emptied before its writes, so that one that fails is not tried again later.
+    std::vector<std::pair<fs::path, std::string>> lot;
+    lot.swap(lot_);
+    octets_ = 0;
+    for (const auto& [chemin, contenu] : lot) EcrireFichier(chemin, contenu);
+}
+
+void ReecrituresGroupees::Terminer() {
+    Vider();
+    reprise_.TerminerGroupe();
 }
 
 RepriseDossier::RepriseDossier(fs::path dossier, std::string etape)

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace telvoris {
@@ -63,6 +64,27 @@ private:
     fs::path textes_, sauvegarde_, fichier_;
     std::string nomSauvegarde_, etape_;
     std::string preparees_;  // the names of the batch whose backups are written, not yet listed
+};
+
+// The rewrites of a stage over texts in list order, held back and done by batches through a
+// Reprise's grouped form, so that many small texts cost one flush of the disk a batch instead of
+// three a text. A batch goes when it holds `textes` texts or `octets` bytes of new content. The
+// caller reads no text of the list after handing it over, except through `Vider` first: a name
+// listed twice is handed over only once the batch that holds it has been written.
+class ReecrituresGroupees {
+public:
+    explicit ReecrituresGroupees(Reprise& reprise, std::size_t textes = 64, std::size_t octets = 8u << 20);
+    // `avant`, the text `nom` as it stands, becomes its backup; `apres` is held for `chemin`.
+    void Ajouter(std::string_view nom, std::string_view avant, fs::path chemin, std::string apres);
+    // Lists the held texts in the record, then writes them.
+    void Vider();
+    // The last batch, then the end of the record.
+    void Terminer();
+
+private:
+    Reprise& reprise_;
+    std::size_t maxTextes_, maxOctets_, octets_ = 0;
+    std::vector<std::pair<fs::path, std::string>> lot_;
 };
 
 // The record of a stage that rewrites every file of a folder after copying the whole folder to a

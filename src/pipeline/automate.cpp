@@ -196,54 +196,68 @@ void OperationPasseAutomatique(Contexte& ctx) {
     };
     std::string sortie;
     const auto total = static_cast<long long>(liste->noms.size());
-    TraiterDansLOrdre<Texte>(
-        liste->noms.size(), FilsSansDoublon(ctx.fils, liste->noms),
-        [&](std::size_t n) { ctx.dialogue.Progression("Reconnaissance"_cp, static_cast<long long>(n) + 1, total); },
-        [&](std::size_t n, unsigned) {
-            Texte t;
-            LireFichier(Chemin(dossierTT, Joindre(liste->noms[n], ".txt")), t.contenu);
-            t.appliquees.reserve(t.contenu.size() + t.contenu.size() / 2);
-            LecteurLignes lecteur(t.contenu);
-            std::string_view ligne;
-            try {
-                while (lecteur.Suivante(ligne)) {
-                    if (ligne.empty()) continue;
-                    const std::size_t debut = t.appliquees.size();
-                    AppliquerDictionnaireLigne(ligne, formes, t.dico, t.appliquees);
-                    if (t.appliquees.size() != debut) t.lignes.emplace_back(t.appliquees.size(), lecteur.Numero());
-                }
-            } catch (const ErreurExecution& e) {
-                t.erreur = e.what();
-                t.ligneErreur = lecteur.Numero();
-            }
-            return t;
-        },
-        [&](std::size_t n, Texte& t) {
-            const std::string& nom = liste->noms[n];
-            reprise.Sauvegarder(nom, t.contenu);
-            sortie.clear();
-            std::size_t debut = 0;
-            for (const auto& [fin, numero] : t.lignes) {
-                if (debut != 0) sortie.append("\r\n");
+    // A name listed twice is read again after its first rewrite: batches of one text then.
+    ReecrituresGroupees reecritures(reprise, NomsEnDouble(liste->noms) ? 1 : 64);
+    // The texts before a failing one are rewritten, its own backup kept out of the record.
+    const auto echec = [&](const std::string& nom, const std::string& contenu, const ErreurExecution& e) {
+        reecritures.Vider();
+        reprise.Sauvegarder(nom, contenu);
+        reprise.Retirer(nom);
+        throw e;
+    };
+    try {
+        TraiterDansLOrdre<Texte>(
+            liste->noms.size(), FilsSansDoublon(ctx.fils, liste->noms),
+            [&](std::size_t n) { ctx.dialogue.Progression("Reconnaissance"_cp, static_cast<long long>(n) + 1, total); },
+            [&](std::size_t n, unsigned) {
+                Texte t;
+                LireFichier(Chemin(dossierTT, Joindre(liste->noms[n], ".txt")), t.contenu);
+                t.appliquees.reserve(t.contenu.size() + t.contenu.size() / 2);
+                LecteurLignes lecteur(t.contenu);
+                std::string_view ligne;
                 try {
-                    contexte.TraiterLigne(std::string_view(t.appliquees).substr(debut, fin - debut), sortie);
+                    while (lecteur.Suivante(ligne)) {
+                        if (ligne.empty()) continue;
+                        const std::size_t debut = t.appliquees.size();
+                        AppliquerDictionnaireLigne(ligne, formes, t.dico, t.appliquees);
+                        if (t.appliquees.size() != debut) t.lignes.emplace_back(t.appliquees.size(), lecteur.Numero());
+                    }
                 } catch (const ErreurExecution& e) {
-                    reprise.Retirer(nom);
-                    throw erreurTexte(e.what(), nom, numero);
+                    t.erreur = e.what();
+                    t.ligneErreur = lecteur.Numero();
                 }
-                debut = fin;
-            }
-            if (!t.erreur.empty()) {
-                reprise.Retirer(nom);
-                throw erreurTexte(t.erreur, nom, t.ligneErreur);
-            }
-            dico.nb_univoques += t.dico.nb_univoques;
-            dico.nb_pluriels += t.dico.nb_pluriels;
-            // The text is written whole, without a line end after its last line.
-            EcrireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), sortie, true);
-        });
+                return t;
+            },
+            [&](std::size_t n, Texte& t) {
+                const std::string& nom = liste->noms[n];
+                sortie.clear();
+                std::size_t debut = 0;
+                for (const auto& [fin, numero] : t.lignes) {
+                    if (debut != 0) sortie.append("\r\n");
+                    try {
+                        contexte.TraiterLigne(std::string_view(t.appliquees).substr(debut, fin - debut), sortie);
+                    } catch (const ErreurExecution& e) {
+                        echec(nom, t.contenu, erreurTexte(e.what(), nom, numero));
+                    }
+                    debut = fin;
+                }
+                if (!t.erreur.empty()) echec(nom, t.contenu, erreurTexte(t.erreur, nom, t.ligneErreur));
+                dico.nb_univoques += t.dico.nb_univoques;
+                dico.nb_pluriels += t.dico.nb_pluriels;
+                // The text is written whole, without a line end after its last line.
+                reecritures.Ajouter(nom, t.contenu, Chemin(dossierTT, Joindre(nom, ".txt")), sortie);
+            });
+    } catch (...) {
+        try {
+            reecritures.Vider();
+        } catch (...) {
+            // The first fault is the one reported.
+        }
+        throw;
+    }
+    reecritures.Vider();
     contexte.EcrireIndex(dossierTT);
-    reprise.Terminer();
+    reecritures.Terminer();
     ctx.dialogue.MasquerProgression();
     const CompteursContexte& c = contexte.Compteurs();
     ctx.dialogue.Afficher(Joindre(

@@ -162,44 +162,60 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
         CompteursComposes compteurs;
     };
     const auto total = static_cast<long long>(liste.noms.size());
-    TraiterDansLOrdre<Texte>(
-        liste.noms.size(), FilsSansDoublon(fils, liste.noms),
-        [&](std::size_t n) {
-            dialogue.Progression(Joindre("Marquage des composés. Fichier "_cp, std::to_string(n + 1), " de "_cp,
-                                         std::to_string(total)),
-                                 static_cast<long long>(n) + 1, total);
-        },
-        [&](std::size_t n, unsigned) {
-            const std::string& nom = liste.noms[n];
-            Texte t;
-            LireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), t.contenu);
-            t.sortie.reserve(t.contenu.size() + t.contenu.size() / 8);
-            LecteurLignes lecteur(t.contenu);
-            std::string_view ligne;
-            try {
-                while (lecteur.Suivante(ligne)) {
-                    if (ligne.empty()) continue;
-                    MarquerComposesLigne(ligne, table, t.compteurs, t.sortie);
-                    t.sortie.append("\r\n");
+    // A name listed twice is read again after its first rewrite: batches of one text then.
+    ReecrituresGroupees reecritures(reprise, NomsEnDouble(liste.noms) ? 1 : 64);
+    const auto ecrireAvantErreur = [&] {
+        try {
+            reecritures.Vider();
+        } catch (...) {
+            // The first fault is the one reported.
+        }
+    };
+    try {
+        TraiterDansLOrdre<Texte>(
+            liste.noms.size(), FilsSansDoublon(fils, liste.noms),
+            [&](std::size_t n) {
+                dialogue.Progression(Joindre("Marquage des composés. Fichier "_cp, std::to_string(n + 1), " de "_cp,
+                                             std::to_string(total)),
+                                     static_cast<long long>(n) + 1, total);
+            },
+            [&](std::size_t n, unsigned) {
+                const std::string& nom = liste.noms[n];
+                Texte t;
+                LireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), t.contenu);
+                t.sortie.reserve(t.contenu.size() + t.contenu.size() / 8);
+                LecteurLignes lecteur(t.contenu);
+                std::string_view ligne;
+                try {
+                    while (lecteur.Suivante(ligne)) {
+                        if (ligne.empty()) continue;
+                        MarquerComposesLigne(ligne, table, t.compteurs, t.sortie);
+                        t.sortie.append("\r\n");
+                    }
+                } catch (const ErreurExecution& e) {
+                    t.erreur = Joindre(e.what(), " ("_cp, TexteChemin(Chemin(copie, Joindre(nom, ".txt"))), ", ligne "_cp,
+                                       std::to_string(lecteur.Numero()), ")");
                 }
-            } catch (const ErreurExecution& e) {
-                t.erreur = Joindre(e.what(), " ("_cp, TexteChemin(Chemin(copie, Joindre(nom, ".txt"))), ", ligne "_cp,
-                                   std::to_string(lecteur.Numero()), ")");
-            }
-            return t;
-        },
-        [&](std::size_t n, Texte& t) {
-            const std::string& nom = liste.noms[n];
-            reprise.Sauvegarder(nom, t.contenu);
-            if (!t.erreur.empty()) {
-                reprise.Retirer(nom);
-                throw ErreurExecution(t.erreur);
-            }
-            EcrireFichier(Chemin(dossierTT, Joindre(nom, ".txt")), t.sortie, true);
-            compteurs.nb_mots += t.compteurs.nb_mots;
-            compteurs.nb_composes += t.compteurs.nb_composes;
-        });
-    reprise.Terminer();
+                return t;
+            },
+            [&](std::size_t n, Texte& t) {
+                const std::string& nom = liste.noms[n];
+                if (!t.erreur.empty()) {
+                    // The texts before it are rewritten; its own backup is kept, out of the record.
+                    reecritures.Vider();
+                    reprise.Sauvegarder(nom, t.contenu);
+                    reprise.Retirer(nom);
+                    throw ErreurExecution(t.erreur);
+                }
+                reecritures.Ajouter(nom, t.contenu, Chemin(dossierTT, Joindre(nom, ".txt")), std::move(t.sortie));
+                compteurs.nb_mots += t.compteurs.nb_mots;
+                compteurs.nb_composes += t.compteurs.nb_composes;
+            });
+    } catch (...) {
+        ecrireAvantErreur();
+        throw;
+    }
+    reecritures.Terminer();
     return compteurs;
 }
 
