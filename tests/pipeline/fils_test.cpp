@@ -266,10 +266,15 @@ TEST(Fils, ComposesEtPasseAutomatiqueIdentiques) {
         test::Ecrire(r / "liste.txt", Lignes({"t2", "t5", "t2", "t1", "t2", "t3"}));
         return r / "liste.txt";
     };
-    for (auto op : {OperationComposes, OperationPasseAutomatique}) {
+    for (const auto& [op, sauvegarde] : {std::pair<Operation, const char*>{OperationComposes, "AVANT_COMP"},
+                                         std::pair<Operation, const char*>{OperationPasseAutomatique, "AVANT_AUTOMATE_SIMPLES"}}) {
         const Issue r = Comparer(op, res, repete);
         EXPECT_EQ(r.erreur, "(aucune erreur)");
         EXPECT_EQ(r.arbre.count("OLBRIN_TT/t4.txt"), 1u);
+        // The backup its last turn made is the text its turn before wrote, not the original.
+        const std::string sauve = r.arbre.at("OLBRIN_TT/" + std::string(sauvegarde) + "/t2.txt");
+        EXPECT_NE(sauve, TexteEtiquete(2)) << sauvegarde;
+        EXPECT_EQ(r.arbre.at("OLBRIN_TT/" + std::string(sauvegarde) + "/t5.txt"), TexteEtiquete(5));
     }
 }
 
