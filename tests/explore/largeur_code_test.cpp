@@ -197,7 +197,9 @@ TEST(LargeurCode, IndexDeQuatreCaracteresLuCommeTroisCaracteres) {
     for (const auto& p : requetes) {
         const std::string r3 = Resultats(e3, p);
         EXPECT_EQ(Resultats(e4, p), r3) << p.saisie;
-        if (p.saisie != "absent") EXPECT_NE(r3.find("nav "), std::string::npos) << p.saisie << "\n" << r3;
+        if (p.saisie != "absent") {
+            EXPECT_NE(r3.find("nav "), std::string::npos) << p.saisie << "\n" << r3;
+        }
     }
     // The sequence across the slice boundary is found at its hand-counted position in both.
     const std::string sequence = Resultats(e4, requetes[1]);

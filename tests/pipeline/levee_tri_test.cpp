@@ -62,7 +62,9 @@ void VerifierOrdre(const SessionLevee& s, bool droite) {
         const std::string ka = CleMontree(a, droite), kb = CleMontree(b, droite);
         ASSERT_LE(ka, kb) << "rangs " << r - 1 << " et " << r << (droite ? " (tri droit)" : " (tri gauche)");
         // Equal keys keep the order of the case's positions.
-        if (ka == kb) ASSERT_LT(a.position, b.position) << "rang " << r;
+        if (ka == kb) {
+            ASSERT_LT(a.position, b.position) << "rang " << r;
+        }
     }
 }
 
