@@ -168,6 +168,27 @@ void Reconstruire(std::string& r, std::string_view tete, const AttributsVue& a) 
     r += " >";
 }
 
+// The tail of `balise` after its head when it is already what Reconstruire writes (the values
+// standing in the tag itself, in order, with nothing else): it is then copied in one piece.
+// Empty when it is not.
+std::string_view DejaReconstruit(std::string_view balise, std::size_t tete, const AttributsVue& a) {
+    if (balise.size() < tete + 4) return {};
+    const char* const debut = balise.data() + tete;
+    const char* const fin = balise.data() + balise.size();
+    if (debut[0] != 'f' || debut[1] != '=' || a.f.data() != debut + 2) return {};
+    const char* q = debut + 2 + a.f.size();
+    const std::string_view valeurs[2] = {a.l, a.x};
+    const char noms[2] = {'l', 'x'};
+    for (int n = 0; n < 2; ++n) {
+        const std::string_view v = valeurs[n];
+        if (v.empty()) continue;
+        if (fin - q < 3 || v.data() != q + 3 || q[0] != ' ' || q[1] != noms[n] || q[2] != '=') return {};
+        q += 3 + v.size();
+    }
+    if (fin - q != 2 || q[0] != ' ' || q[1] != '>') return {};
+    return std::string_view(debut, static_cast<std::size_t>(fin - debut));
+}
+
 std::string_view Tete(std::string_view balise) {
     // Token tags name themselves in two or three letters: their blank is looked for by hand.
     if (balise.size() > 3 && balise[2] == ' ' && balise[1] != ' ' && balise[0] != ' ') return balise.substr(0, 3);
@@ -279,11 +300,14 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
             balise = jeton_;
         }
         const std::string_view suite = lj_.suite[i];
-        etiq.append(Tete(balise));
+        const std::string_view tete = Tete(balise);
+        etiq.append(tete);
         etiq += "k=";
         AjouterNombre(etiq, curseur_);
         etiq += ' ';
-        Reconstruire(etiq, "", a);
+        const std::string_view tel = DejaReconstruit(balise, tete.size(), a);
+        if (!tel.empty()) etiq.append(tel);
+        else Reconstruire(etiq, "", a);
         etiq.append(suite);
 
         curseur_ += static_cast<long long>(a.f.size());
