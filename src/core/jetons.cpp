@@ -20,7 +20,12 @@ void DecouperLigne(std::string_view ligne, LigneJetons& r, Copie copie, long lon
     std::size_t debutSuite = 0;
     std::size_t pos = 0;
     while (true) {
-        const std::size_t lt = ligne.find('<', pos);
+        // The next tag mostly stands a blank or two away: a few bytes are looked at by hand
+        // before the search of the rest.
+        std::size_t lt = pos;
+        const std::size_t court = std::min(ligne.size(), pos + 8);
+        while (lt < court && ligne[lt] != '<') ++lt;
+        if (lt == court) lt = ligne.find('<', lt);
         if (lt == std::string_view::npos) break;
         const std::size_t gt = ligne.find('>', lt + 1);
         if (gt == std::string_view::npos) break;

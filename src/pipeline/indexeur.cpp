@@ -72,17 +72,11 @@ private:
 // order of first occurrence; the tag text is the key.
 class IndexPartition {
 public:
-    // Counts one more occurrence of a tag already met in the partition; false if it is new.
-    bool Recompter(std::string_view balise, long long bloc, int dansBloc) {
-        const std::uint32_t i = entrees_.Trouver(balise);
-        if (i == IndexTextes::kAbsent) return false;
-        ++comptes_[i];
-        if (!sansPositions_[i]) AjouterPosition(positions_[i], bloc, dansBloc);
-        return true;
-    }
-    // A tag new to the partition: what the word is (bucket, kept without positions) is worked
-    // out once, here.
-    void Ajouter(std::string_view balise, CleMot cle, bool sansPositions, long long bloc, int dansBloc) {
+    // Counts one occurrence of a word's tag. A tag new to the partition is looked up once: what
+    // the word is (bucket, kept without positions, not kept at all) is worked out then, by
+    // `classer`, and remembered with it, so that its later occurrences cost one lookup.
+    template <class Classer>
+    void Compter(std::string_view balise, long long bloc, int dansBloc, Classer&& classer) {
         bool nouveau;
         const std::uint32_t i = entrees_.Inserer(balise, nouveau);
         if (nouveau) {
@@ -90,12 +84,19 @@ public:
                 comptes_.push_back(0);
                 positions_.emplace_back();
                 sansPositions_.push_back(false);
+                ecartes_.push_back(false);
             }
             comptes_[i] = 0;
             positions_[i].clear();
+            CleMot cle{0, 0};
+            bool sansPositions = false;
+            // Words of initial class 0 (digits, signs, other accented letters) stay in the table
+            // only to be recognised: they are in no bucket, so never written.
+            ecartes_[i] = !classer(cle, sansPositions);
             sansPositions_[i] = sansPositions;
-            ordre_[Casier(cle)].push_back(i);
+            if (!ecartes_[i]) ordre_[Casier(cle)].push_back(i);
         }
+        if (ecartes_[i]) return;
         ++comptes_[i];
         if (!sansPositions_[i]) AjouterPosition(positions_[i], bloc, dansBloc);
     }
@@ -134,6 +135,7 @@ private:
     std::vector<long long> comptes_;
     std::vector<std::string> positions_;
     std::vector<bool> sansPositions_;
+    std::vector<bool> ecartes_;
     std::array<std::vector<std::uint32_t>, (MAX_CLASSE_LONGUEUR + 1) * (MAX_CLASSE_INITIALE + 1)> ordre_;
 };
 
@@ -166,7 +168,31 @@ void Reconstruire(std::string& r, std::string_view tete, const AttributsVue& a) 
     r += " >";
 }
 
+// The tail of `balise` after its head when it is already what Reconstruire writes (the values
+// standing in the tag itself, in order, with nothing else): it is then copied in one piece.
+// Empty when it is not.
+std::string_view DejaReconstruit(std::string_view balise, std::size_t tete, const AttributsVue& a) {
+    if (balise.size() < tete + 4) return {};
+    const char* const debut = balise.data() + tete;
+    const char* const fin = balise.data() + balise.size();
+    if (debut[0] != 'f' || debut[1] != '=' || a.f.data() != debut + 2) return {};
+    const char* q = debut + 2 + a.f.size();
+    const std::string_view valeurs[2] = {a.l, a.x};
+    const char noms[2] = {'l', 'x'};
+    for (int n = 0; n < 2; ++n) {
+        const std::string_view v = valeurs[n];
+        if (v.empty()) continue;
+        if (fin - q < 3 || v.data() != q + 3 || q[0] != ' ' || q[1] != noms[n] || q[2] != '=') return {};
+        q += 3 + v.size();
+    }
+    if (fin - q != 2 || q[0] != ' ' || q[1] != '>') return {};
+    return std::string_view(debut, static_cast<std::size_t>(fin - debut));
+}
+
 std::string_view Tete(std::string_view balise) {
+    // Token tags name themselves in two or three letters: their blank is looked for by hand.
+    if (balise.size() > 3 && balise[2] == ' ' && balise[1] != ' ' && balise[0] != ' ') return balise.substr(0, 3);
+    if (balise.size() > 4 && balise[3] == ' ' && balise[1] != ' ' && balise[0] != ' ') return balise.substr(0, 4);
     const std::size_t blanc = balise.find(' ');
     return blanc == std::string_view::npos ? balise : balise.substr(0, blanc + 1);
 }
@@ -274,11 +300,14 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
             balise = jeton_;
         }
         const std::string_view suite = lj_.suite[i];
-        etiq.append(Tete(balise));
+        const std::string_view tete = Tete(balise);
+        etiq.append(tete);
         etiq += "k=";
         AjouterNombre(etiq, curseur_);
         etiq += ' ';
-        Reconstruire(etiq, "", a);
+        const std::string_view tel = DejaReconstruit(balise, tete.size(), a);
+        if (!tel.empty()) etiq.append(tel);
+        else Reconstruire(etiq, "", a);
         etiq.append(suite);
 
         curseur_ += static_cast<long long>(a.f.size());
@@ -301,14 +330,14 @@ void IndexeurTexte::Ligne(std::string_view ligne) {
             }
             ++nbOccurrences_;
         }
-        if (mot && !index_.Recompter(balise, numeroBloc_, dansBloc_)) {
-            Minusculiser(a.f, forme_);
-            const CleMot cle = ClasserItem(forme_);
-            // Words of initial class 0 (digits, signs, other accented letters) are never written
-            // to the index: they are not kept.
-            if (cle.ClasseInitiale != 0)
-                index_.Ajouter(balise, cle, courts_.Contient(forme_, cle), numeroBloc_, dansBloc_);
-        }
+        if (mot)
+            index_.Compter(balise, numeroBloc_, dansBloc_, [&](CleMot& cle, bool& sansPositions) {
+                Minusculiser(a.f, forme_);
+                cle = ClasserItem(forme_);
+                if (cle.ClasseInitiale == 0) return false;
+                sansPositions = courts_.Contient(forme_, cle);
+                return true;
+            });
         if (saut && !(a.f.size() > 0 && a.f.back() == '-')) {
             // A line break in the source separates words, unless it cuts one at a hyphen.
             nu += ' ';

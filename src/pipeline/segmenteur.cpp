@@ -409,12 +409,14 @@ void Scanner(std::string_view ligne, TableJetons& t) {
     std::string lacune;        // the blanks and tabs met since the last token
     std::size_t debut = 0;     // start of the word or number being read
     bool enCours = false;
+    // Most lines hold no masculine ordinal sign: one search of the line spares one a word.
+    const bool avecBA = !ligne.empty() && std::memchr(ligne.data(), '\xBA', ligne.size()) != nullptr;
     auto fermer = [&](std::size_t fin) {
         if (!enCours) return;
         enCours = false;
         std::string& texte = t.texte[t.NbJetons];
         texte.assign(ligne.data() + debut, fin - debut);
-        if (std::memchr(texte.data(), '\xBA', texte.size()))
+        if (avecBA && std::memchr(texte.data(), '\xBA', texte.size()))
             for (char& c : texte)
                 if (Code(c) == 186) c = static_cast<char>(176);
         t.surface[t.NbJetons] = texte;

@@ -133,6 +133,23 @@ TEST(Indexeur, CasLimitesDesPartitions) {
     EXPECT_EQ(Derive(d.Chemin(), "LEXINDEX", "mn"), Lignes({kSep, "<M f=Etat >\t1\t\"\"\""}));
 }
 
+TEST(Indexeur, BalisesRecopieesOuRefaites) {
+    // A tag is written as its values give it: an extra attribute, another order or a double
+    // blank make it rebuilt, while the index keeps the tag as read. A number met twice stays
+    // out of the index and shifts nothing around it.
+    DossierTemporaire d;
+    IndexerTexte(d.Chemin(), "t",
+                 Lignes({"<QORX_ATTR A=1 >", "<M f=gnou fz=1 >gnou <M l=bison_X f=bison >bison <M f=12 >12 "
+                                              "<M f=cerf  >cerf <M f=12 >12 <M f=gnou fz=1 >gnou"}));
+    EXPECT_EQ(Derive(d.Chemin(), "TEXTE_ETIQ", "t"),
+              Lignes({kSep, "<QORX_ATTR A=1 >",
+                      "<M k=1 f=gnou >gnou <M k=6 f=bison l=bison_X >bison <M k=12 f=12 >12 "
+                      "<M k=15 f=cerf >cerf <M k=20 f=12 >12 <M k=23 f=gnou >gnou"}));
+    EXPECT_EQ(Derive(d.Chemin(), "LEXINDEX", "t"),
+              Lignes({kSep, "<M f=cerf  >\t1\t\"\"%", "<M f=gnou fz=1 >\t2\t\"\"\"\"\"'",
+                      "<M l=bison_X f=bison >\t1\t\"\"#"}));
+}
+
 TEST(Indexeur, ErreursEtOperation) {
     DossierTemporaire d;
     test::Ecrire(d.Chemin() / "liste.txt", Lignes({"t"}));

@@ -33,6 +33,9 @@ TEST(Segmenteur, ScannerClassesEtBalisesDePonctuation) {
     // White space at the end is lost; tabs and no-break spaces are kept as gaps.
     EXPECT_EQ(Seg("a\tb\xA0" "c  "), "<M f=a >a\t<M f=b >b <M f=c >c");
     EXPECT_EQ(Seg("50% et %"), "<M f=50% >50% <M f=et >et <M f=% >%");
+    // The masculine ordinal sign is read as the degree sign, in each word that holds it.
+    EXPECT_EQ(Seg("n\xBA" "12 et n\xBA" "3"),
+              "<M f=n\xB0" "12 >n\xB0" "12 <M f=et >et <M f=n\xB0" "3 >n\xB0" "3");
     EXPECT_EQ(Seg("n\xB0" "12 m\xB2"), "<M f=n\xB0" "12 >n\xB0" "12 <M f=m >m<M f=\xB2 >\xB2");
     EXPECT_EQ(Seg("(a) [b] {c}"),
               "<PC f=( l=PO >(<M f=a >a<PC f=) l=PF >) <PC f=[ l=CO >[<M f=b >b<PC f=] l=CF >] "
