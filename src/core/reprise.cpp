@@ -123,6 +123,19 @@ void ReecrituresGroupees::Vider() {
     for (const auto& [chemin, contenu] : lot) EcrireFichier(chemin, contenu);
 }
 
+void ReecrituresGroupees::Echec(std::string_view nom, std::string_view avant) {
+    Vider();
+    reprise_.Sauvegarder(nom, avant);
+    reprise_.Retirer(nom);
+}
+
+void ReecrituresGroupees::ViderSansErreur() noexcept {
+    try {
+        Vider();
+    } catch (...) {
+    }
+}
+
 void ReecrituresGroupees::Terminer() {
     Vider();
     reprise_.TerminerGroupe();

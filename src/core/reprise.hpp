@@ -78,6 +78,12 @@ public:
     void Ajouter(std::string_view nom, std::string_view avant, fs::path chemin, std::string apres);
     // Lists the held texts in the record, then writes them.
     void Vider();
+    // The text `nom` failed: the texts before it are written, and its own backup (`avant`) is
+    // kept out of the record, so that a correction made to it by hand is not undone by a rerun.
+    void Echec(std::string_view nom, std::string_view avant);
+    // After a fault elsewhere: the held texts are written if they can be; the first fault is the
+    // one reported.
+    void ViderSansErreur() noexcept;
     // The last batch, then the end of the record.
     void Terminer();
 

@@ -198,11 +198,8 @@ void OperationPasseAutomatique(Contexte& ctx) {
     const auto total = static_cast<long long>(liste->noms.size());
     // A name listed twice is read again after its first rewrite: batches of one text then.
     ReecrituresGroupees reecritures(reprise, NomsEnDouble(liste->noms) ? 1 : 64);
-    // The texts before a failing one are rewritten, its own backup kept out of the record.
     const auto echec = [&](const std::string& nom, const std::string& contenu, const ErreurExecution& e) {
-        reecritures.Vider();
-        reprise.Sauvegarder(nom, contenu);
-        reprise.Retirer(nom);
+        reecritures.Echec(nom, contenu);
         throw e;
     };
     try {
@@ -248,11 +245,7 @@ void OperationPasseAutomatique(Contexte& ctx) {
                 reecritures.Ajouter(nom, t.contenu, Chemin(dossierTT, Joindre(nom, ".txt")), sortie);
             });
     } catch (...) {
-        try {
-            reecritures.Vider();
-        } catch (...) {
-            // The first fault is the one reported.
-        }
+        reecritures.ViderSansErreur();
         throw;
     }
     reecritures.Vider();

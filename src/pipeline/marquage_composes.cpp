@@ -164,13 +164,6 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
     const auto total = static_cast<long long>(liste.noms.size());
     // A name listed twice is read again after its first rewrite: batches of one text then.
     ReecrituresGroupees reecritures(reprise, NomsEnDouble(liste.noms) ? 1 : 64);
-    const auto ecrireAvantErreur = [&] {
-        try {
-            reecritures.Vider();
-        } catch (...) {
-            // The first fault is the one reported.
-        }
-    };
     try {
         TraiterDansLOrdre<Texte>(
             liste.noms.size(), FilsSansDoublon(fils, liste.noms),
@@ -201,10 +194,7 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
             [&](std::size_t n, Texte& t) {
                 const std::string& nom = liste.noms[n];
                 if (!t.erreur.empty()) {
-                    // The texts before it are rewritten; its own backup is kept, out of the record.
-                    reecritures.Vider();
-                    reprise.Sauvegarder(nom, t.contenu);
-                    reprise.Retirer(nom);
+                    reecritures.Echec(nom, t.contenu);
                     throw ErreurExecution(t.erreur);
                 }
                 reecritures.Ajouter(nom, t.contenu, Chemin(dossierTT, Joindre(nom, ".txt")), std::move(t.sortie));
@@ -212,7 +202,7 @@ CompteursComposes MarquerComposes(const ListeTextes& liste, const TableComposes&
                 compteurs.nb_composes += t.compteurs.nb_composes;
             });
     } catch (...) {
-        ecrireAvantErreur();
+        reecritures.ViderSansErreur();
         throw;
     }
     reecritures.Terminer();
