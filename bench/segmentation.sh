@@ -52,15 +52,24 @@ mesurer() {  # $1: work folder, $2: label, $3: threads; three runs, best and med
         # The tree of the run before is set aside, not deleted: on an ext4 without a journal,
         # inodes freed in the last minute are stepped over one by one at each creation, which
         # would charge this run for the bench's own deletion of some 2,300 files, a cost that a
-        # first segmentation does not meet. The trees set aside go at the end. A memory file
-        # system has no such cost, and no room to spare: there they are deleted at once.
+        # first segmentation does not meet. Once on disk, its pages are released from the cache,
+        # so that this run writes into memory the machine has used before, as a run after a
+        # deletion does (see liberer_pages.py: on this virtual machine, never-used memory costs
+        # some 2 s per GB written). The trees set aside go at the end. A memory file system has
+        # neither cost, and no room to spare: there they are deleted at once.
         if [[ "$1" == /dev/shm/* ]]; then
             rm -rf "$1/OLBRIN_TT"
+            sync
         elif [ -d "$1/OLBRIN_TT" ]; then
             mkdir -p "$1/.precedents"
-            mv "$1/OLBRIN_TT" "$1/.precedents/$(date +%s%N)"
+            local ancien
+            ancien="$1/.precedents/$(date +%s%N)"
+            mv "$1/OLBRIN_TT" "$ancien"
+            sync
+            python3 bench/liberer_pages.py "$ancien" >/dev/null
+        else
+            sync
         fi
-        sync
         /usr/bin/time -f "%e %M %U %S" -o /tmp/telvoris_bench_seg_$$ "$build/telvoris" smn_seg --fils "$3" \
             --reponse "$1/REPERTOIRE.txt" >/dev/null
         local s k u y
