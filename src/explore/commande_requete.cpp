@@ -203,7 +203,9 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
                                       ecarts);
         }
     }
-    if (p.micro) {
+    // Occurrences counted without positions have no neighbours to list: the message said so.
+    const bool micro = p.micro && r.NB_OCC_SANS_POSITION == 0;
+    if (micro) {
         texte += Joindre("\r\n", Nombre(r.NB_COOC), " co-occurrents relevés"_cp, "\r\n");
         texte += Joindre("\r\n", "co-occurrents (formes) : écart réduit, occurrences, forme"_cp, "\r\n",
                          ListeCooccurrents(etat, r, false));
@@ -226,7 +228,7 @@ int CommandeRequete(const std::vector<std::string>& args, Dialogue& dialogue, co
         if (etat.NB_CLASSES > 0)
             dialogue.Afficher(Joindre("Distribution sauvegardée : "_cp, TexteChemin(SauverDistribution(etat, r, true, horloge))));
     }
-    if (sauver && p.micro)
+    if (sauver && micro)
         for (const auto& f : EcrireFichiersMicro(etat, CalculerMicro(etat, r, false), CalculerMicro(etat, r, true),
                                                  etat.PATH_INDEX / "SAUVEGARDES"))
             dialogue.Afficher(Joindre("Co-occurrents sauvegardés : "_cp, TexteChemin(f)));

@@ -91,6 +91,19 @@ void Navigateur::MontrerPartie() {
     partSuivante = p < etat_.NB_PARTS;
     legendeOcc.clear();
     legendeCooc.clear();
+    if (requete_ && requete_->NB_OCC_SANS_POSITION > 0) {
+        // Counted without positions: nothing to mark or step through, but the partition's count
+        // is known, and saying "no occurrence" would be wrong.
+        const auto i = static_cast<std::size_t>(p);
+        const long long c = i < requete_->OCC_PAR_PART.size() ? requete_->OCC_PAR_PART[i] : 0;
+        choixDirect = false;
+        OCC_COURANTE = 0;
+        occPrecedente = occSuivante = coocPrecedente = coocSuivante = false;
+        legendeOcc = c == 0   ? std::string("Pas d'occurrence dans ce texte")
+                     : c == 1 ? std::string("1 occurrence, position non indexée"_cp)
+                              : Joindre(std::to_string(c), " occurrences, positions non indexées"_cp);
+        return;
+    }
     if (requete_ && requete_->NB_ATTENDU >= SEUIL_MARQUAGE) {
         choixDirect = false;
         occPrecedente = occSuivante = coocPrecedente = coocSuivante = false;

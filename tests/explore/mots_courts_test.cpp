@@ -11,6 +11,7 @@
 #include "explore/concordance.hpp"
 #include "explore/distribution.hpp"
 #include "explore/indexation.hpp"
+#include "explore/navigation.hpp"
 #include "support/support.hpp"
 
 namespace telvoris {
@@ -224,6 +225,47 @@ TEST(MotsCourts, RequeteMeleeEtIndexAncien) {
     EXPECT_EQ(r.total, 0);
     ASSERT_EQ(r.messages.size(), 1u);
     EXPECT_EQ(r.messages[0], Cp1252VersUtf8(MessageNonIndexees({"Les", "les"})));
+}
+
+// Occurrences counted without positions have nothing to list or mark: the command prints no
+// co-occurrents after its message, and the full text gives each partition's count as its legend.
+TEST(MotsCourts, NiCooccurrentsNiMarquesSansPositions) {
+    DossierTemporaire avec;
+    const auto liste = Corpus(avec.Chemin(), {"les", "Les"});
+    test::DialogueScripte d;
+    HorlogeFixe h({2026, 11, 24, 11, 0, 0});
+    std::ostringstream err;
+    ASSERT_EQ(CommandeRequete({liste.string(), "--forme", "les", "--macro", "--micro", "--sauver"}, d, h, err), 0)
+        << err.str();
+    std::string tout;
+    for (const auto& m : d.messages) tout += Cp1252VersUtf8(m) + "\n";
+    EXPECT_NE(tout.find("partition\toccurrences\técart réduit"), std::string::npos) << tout;
+    EXPECT_EQ(tout.find("co-occurrents"), std::string::npos) << tout;
+    EXPECT_NE(tout.find("Distribution sauvegardée"), std::string::npos) << tout;
+
+    EtatCorpus etat = Ouvrir(liste);
+    ParametresRequete p;
+    p.saisie = "les";
+    p.concordance = true;
+    p.macro = true;
+    Requete r;
+    ASSERT_TRUE(LancerRequete(etat, p, r, d));
+    Navigateur n(etat);
+    n.NouvelleRequete(&r);
+    const std::vector<std::string> attendues = {"2 occurrences, positions non indexées",
+                                                "1 occurrence, position non indexée",
+                                                "3 occurrences, positions non indexées", "Pas d'occurrence dans ce texte",
+                                                "1 occurrence, position non indexée"};
+    for (long long partie = 1; partie <= 5; ++partie) {
+        n.AllerPartition(partie);
+        EXPECT_EQ(n.PART_COURANTE, partie);
+        EXPECT_EQ(Cp1252VersUtf8(n.legendeOcc), attendues[static_cast<std::size_t>(partie - 1)]);
+        EXPECT_TRUE(n.marques.empty());
+        EXPECT_FALSE(n.occPrecedente || n.occSuivante);
+        EXPECT_FALSE(n.texte.empty());
+    }
+    n.Avance(Navigateur::OccSuivante);
+    EXPECT_EQ(n.PART_COURANTE, 5);
 }
 
 }  // namespace
