@@ -216,5 +216,52 @@ TEST(Exploration, ParcoursComplet) {
     EXPECT_EQ(b.fin, -1);
 }
 
+// A word counted without positions: its bars are drawn, and a right click on one shows the
+// partition's count in the full text, where nothing can be marked.
+TEST(Exploration, MotCompteSansPositions) {
+    DossierTemporaire d;
+    const fs::path liste = CorpusEtiquete(d.Chemin());
+    Banc b;
+    gui::ZoneTravail& zone = b.Zone("Form1");
+    zone.show();
+    b.pilote.Ajouter(Fichier(liste));
+    b.pilote.Ajouter(Texte(QStringLiteral("1-7")));
+    b.Choisir("Form1", "smn_op");
+    QDialog* dia = nullptr;
+    ASSERT_TRUE(AttendreQue([&] { return (dia = Trouver<QDialog>(&zone, "NIVEAU_DIA")) && dia->isVisible(); }));
+    Trouver<QCheckBox>(dia, "PART_CRIT_CK2_0")->setChecked(true);
+    QTest::mouseClick(Trouver<QPushButton>(dia, "NIVEAU_VAL_NEW"), Qt::LeftButton);
+    gui::Exploration& e = gui::Exploration::De(zone);
+    ASSERT_TRUE(AttendreQue([&] { return e.Ouvert(); }));
+
+    QWidget* panneau = zone.Vue<QWidget>(QLatin1String(gui::VUE_REQUETE));
+    Trouver<QRadioButton>(panneau, "CFP_OPTX_2")->setChecked(true);
+    Trouver<QLineEdit>(panneau, "CFP_lemme")->setText(QStringLiteral("le_DA"));
+    for (const char* cb : {"CFP_CB_0", "CFP_CB_1", "CFP_CB_2"}) Trouver<QCheckBox>(panneau, cb)->setChecked(true);
+    QTest::mouseClick(Trouver<QPushButton>(panneau, "CFP_valide"), Qt::LeftButton);
+    ASSERT_TRUE(AttendreQue([&] { return !b.app.Occupee() && e.DerniereRequete(); }));
+    EXPECT_EQ(e.DerniereRequete()->NB_OCC(), 3);
+    EXPECT_TRUE(e.DerniereRequete()->occ.empty());
+    EXPECT_TRUE(b.pilote.messages.last().contains(QStringLiteral("sont comptées et distribuées")));
+
+    b.Choisir("Form1", "smn_st");
+    QWidget* stat = zone.Vue<QWidget>(QLatin1String(gui::VUE_STAT));
+    ASSERT_NE(stat, nullptr);
+    QWidget* image = Trouver<QWidget>(stat, "Picture1");
+    const QPoint barre3(static_cast<int>(5500.0 / 6500 * image->width()), image->height() / 2);
+    QTest::mouseClick(image, Qt::LeftButton, {}, barre3);
+    EXPECT_TRUE(Trouver<QLabel>(stat, "Label3")->text().startsWith(QStringLiteral("3. JOURNAL=A : 1 occurrences")));
+    Capturer(zone, "distribution_sans_positions");
+    QTest::mouseClick(image, Qt::RightButton, {}, barre3);
+    QWidget* plein = zone.Vue<QWidget>(QLatin1String(gui::VUE_PLEIN_TEXTE));
+    ASSERT_NE(plein, nullptr);
+    EXPECT_EQ(zone.Onglets()->currentWidget(), plein);
+    EXPECT_EQ(e.Navigation()->PART_COURANTE, 3);
+    EXPECT_EQ(Trouver<QTextEdit>(plein, "RTB_TX")->toPlainText(), QStringLiteral("Les chats dorment.\n"));
+    EXPECT_EQ(Trouver<QLabel>(plein, "OPT_T2")->text(), QString::fromUtf8("1 occurrence, position non indexée"));
+    Capturer(zone, "plein_texte_sans_positions");
+    EXPECT_TRUE(b.pilote.imprevus.isEmpty()) << b.pilote.imprevus.join(QLatin1Char(',')).toStdString();
+}
+
 }  // namespace
 }  // namespace telvoris
