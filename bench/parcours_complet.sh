@@ -9,9 +9,15 @@
 # Usage: bench/parcours_complet.sh [BUILD_FOLDER] [ARTICLES] [WORK_FOLDER] [THREADS]
 # 31,000 articles (the default) make a download of 108 MB whose import gives about 100 MB of
 # text. The download is built once by bench/construire_telechargement.py and kept in bench/corpus;
-# the work folder (default bench/corpus/parcours_<articles>) is wiped at each run. One import run
-# reads at most 13,862 articles, so the download is imported folder by folder, as a person does
-# with several downloads: each run extends the day files the runs before it wrote.
+# the work folder (default bench/corpus/parcours_<articles>) is made anew at each run. One import
+# run reads at most 13,862 articles, so the download is imported folder by folder, as a person
+# does with several downloads: each run extends the day files the runs before it wrote.
+# Nothing is deleted while stages are timed: the work folder of the run before and the folders
+# of each import batch (one file per article) are moved into a trash folder, their pages released
+# from the cache (liberer_pages.py), and the trash goes at the end. On this machine's ext4 without
+# a journal, every file created in the minute after a mass deletion steps over the freed inodes
+# (perf: ext4_create -> recently_deleted), which would charge a stage for the bench's own
+# deletions. Let a few minutes pass between two runs for the same reason.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${1:-build}"
@@ -28,7 +34,17 @@ telechargement="bench/corpus/telechargement_${articles}"
 if [ ! -d "$telechargement/ARCHIVE" ]; then
     python3 bench/construire_telechargement.py --articles "$articles" "$telechargement" >/dev/null
 fi
-rm -rf "$travail"
+corbeille="bench/corpus/.corbeille_parcours"
+mettre_de_cote() {  # moves its arguments into the trash, then releases their pages
+    local lot
+    lot="$corbeille/$(date +%s%N)"
+    mkdir -p "$lot"
+    local d
+    for d in "$@"; do [ -e "$d" ] && mv "$d" "$lot/"; done
+    sync
+    python3 bench/liberer_pages.py "$lot" >/dev/null
+}
+mettre_de_cote "$travail"
 mkdir -p "$travail/ARCHIVE_BRUT"
 cp "$telechargement/REPERTOIRE.txt" "$travail/"
 mkdir -p bench/resultats
@@ -48,12 +64,12 @@ liste="$(cd "$travail" && pwd)/REPERTOIRE.txt"
 lots=0
 for dossier in $(ls "$telechargement/ARCHIVE" | sort -n); do
     lots=$((lots + 1))
-    rm -rf "$travail/ARCHIVE" "$travail/ARTICLES"
+    mettre_de_cote "$travail/ARCHIVE" "$travail/ARTICLES"
     mkdir -p "$travail/ARCHIVE" "$travail/ARTICLES"
     cp -r "$telechargement/ARCHIVE/$dossier" "$travail/ARCHIVE/1"
     etape "import$lots" "$exe" smn_eur --ressources "$arbre" --reponse "$liste"
 done
-rm -rf "$travail/ARCHIVE" "$travail/ARTICLES"
+mettre_de_cote "$travail/ARCHIVE" "$travail/ARTICLES"
 # The list names the day files the import made (file names on disk are UTF-8, the list CP1252).
 ls "$travail/ARCHIVE_BRUT" | sed 's/\.txt$//' | iconv -f UTF-8 -t CP1252 | sed 's/$/\r/' > "$liste"
 textes=$(wc -l < "$liste")
@@ -66,6 +82,7 @@ etape index "$exe" Form1.smn_idx --ressources "$arbre" -r N -r "$liste"
 etape lexique "$exe" smn_lx --ressources "$arbre" -r 0 -r N -r N -r O -r "$liste"
 etape requete_lemme "$exe" requete "$liste" --lemme "conseil_SM" --macro
 etape requete_forme "$exe" requete "$liste" --forme "avant_que" --concordance
+rm -rf "$corbeille"
 python3 - "$mesure" "$octets" "$textes" "$lots" <<'PY' | tee "$mesure.txt"
 import re, sys
 mesure, octets, textes, lots = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4])
