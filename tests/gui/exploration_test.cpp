@@ -68,6 +68,16 @@ void Capturer(QWidget& zone, const char* nom) {
     zone.grab().save(QString::fromLocal8Bit(dossier) + QLatin1Char('/') + QLatin1String(nom) + QStringLiteral(".png"));
 }
 
+// &Ouvrir on the list, the date cut answered "1-7": the variables frame once shown, or null.
+QDialog* CadreVariables(Banc& b, gui::ZoneTravail& zone, const fs::path& liste) {
+    b.pilote.Ajouter(Fichier(liste));
+    b.pilote.Ajouter(Texte(QStringLiteral("1-7")));
+    b.Choisir("Form1", "smn_op");
+    QDialog* dia = nullptr;
+    return AttendreQue([&] { return (dia = Trouver<QDialog>(&zone, "NIVEAU_DIA")) && dia->isVisible(); }) ? dia
+                                                                                                            : nullptr;
+}
+
 TEST(Exploration, ParcoursComplet) {
     DossierTemporaire d;
     const fs::path liste = CorpusEtiquete(d.Chemin());
@@ -76,11 +86,8 @@ TEST(Exploration, ParcoursComplet) {
     zone.show();
 
     // &Ouvrir: the list, then the variables frame; titles from JOURNAL, contrast on DATE cut 1-7.
-    b.pilote.Ajouter(Fichier(liste));
-    b.pilote.Ajouter(Texte(QStringLiteral("1-7")));
-    b.Choisir("Form1", "smn_op");
-    QDialog* dia = nullptr;
-    ASSERT_TRUE(AttendreQue([&] { return (dia = Trouver<QDialog>(&zone, "NIVEAU_DIA")) && dia->isVisible(); }));
+    QDialog* dia = CadreVariables(b, zone, liste);
+    ASSERT_NE(dia, nullptr);
     EXPECT_EQ(b.pilote.fichiers.value(0).section(QLatin1Char('|'), 0, 0), QString::fromUtf8("Ouvrir le répertoire"));
     EXPECT_EQ(Trouver<QCheckBox>(dia, "PART_CRIT_CK2_1")->text(), QStringLiteral("DATE"));
     EXPECT_FALSE(Trouver<QCheckBox>(dia, "PART_CRIT_CK2_2")->isVisibleTo(dia));
@@ -224,11 +231,8 @@ TEST(Exploration, MotCompteSansPositions) {
     Banc b;
     gui::ZoneTravail& zone = b.Zone("Form1");
     zone.show();
-    b.pilote.Ajouter(Fichier(liste));
-    b.pilote.Ajouter(Texte(QStringLiteral("1-7")));
-    b.Choisir("Form1", "smn_op");
-    QDialog* dia = nullptr;
-    ASSERT_TRUE(AttendreQue([&] { return (dia = Trouver<QDialog>(&zone, "NIVEAU_DIA")) && dia->isVisible(); }));
+    QDialog* dia = CadreVariables(b, zone, liste);
+    ASSERT_NE(dia, nullptr);
     Trouver<QCheckBox>(dia, "PART_CRIT_CK2_0")->setChecked(true);
     QTest::mouseClick(Trouver<QPushButton>(dia, "NIVEAU_VAL_NEW"), Qt::LeftButton);
     gui::Exploration& e = gui::Exploration::De(zone);
