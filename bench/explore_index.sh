@@ -81,8 +81,9 @@ index_taille=$(du -sk "$index" | cut -f1)
 index_fichiers=$(find "$index" -type f | wc -l)
 
 # The form whose count is the highest at or below 2,000, and an absent one for the opening alone.
+# awk reads to the end: leaving early would stop tr on a broken pipe, which pipefail makes fatal.
 sync
-forme=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | awk -F'\t' '$1 <= 2000 { print $2; exit }' \
+forme=$(tr -d '\r' < "$index/DICTIONNAIRES/FREQUENTIEL_FORMES.txt" | awk -F'\t' '!vu && $1 <= 2000 { print $2; vu = 1 }' \
     | iconv -f CP1252 -t UTF-8)
 for i in 1 2 3; do
     /usr/bin/time -v -o "$mesure.requete.$i.time" "$exe" requete "$corpus/REPERTOIRE.txt" --forme "$forme" \
