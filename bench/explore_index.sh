@@ -21,8 +21,10 @@
 # machine's ext4 root has no journal, and there the kernel steps over every inode freed in the last
 # minutes at each file creation (perf: ext4_create -> recently_deleted), so a build made just after
 # an `rm -rf` of 80,000 files costs 15-25 s of kernel time, whatever the program. Deleting the old
-# tree first would measure that, not the builder; wait some five minutes after a run that deleted
-# many files (or after this script) before timing again. The pages of each fresh tree are released
+# tree first would measure that, not the builder. Wait eight minutes after a run that deleted
+# many files (this script deletes its trees at the end) before timing again: a fresh build made
+# 5 minutes after the deletion of 240,000 files still took 7.8 s of kernel time, one made 8
+# minutes after it 2.2 s. The pages of each fresh tree are released
 # from the cache once it is on disk: kept, they would leave the next build only memory this
 # virtual machine has never used, which costs some 2 s per GB written (liberer_pages.py).
 set -euo pipefail
