@@ -50,7 +50,7 @@ mesurer() {  # $1: work folder, $2: label, $3: threads; three runs, best and med
     local secondes=() kio=0 cpu=()
     for essai in 1 2 3; do
         # The tree of the run before is set aside, not deleted: on an ext4 without a journal,
-        # inodes freed in the last minute are stepped over one by one at each creation, which
+        # inodes freed in the last minutes are stepped over one by one at each creation, which
         # would charge this run for the bench's own deletion of some 2,300 files, a cost that a
         # first segmentation does not meet. Once on disk, its pages are released from the cache,
         # so that this run writes into memory the machine has used before, as a run after a
